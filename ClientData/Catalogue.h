@@ -1,0 +1,91 @@
+// Compile-time view of Catalogue.def: the entries by slot, the construction
+// order, and the class embedded for each slot.
+#pragma once
+
+#include <cstddef>
+
+#include "ClientData/CatalogueTables.h"
+
+constexpr int kFirstTableSlot = 9;
+constexpr int kTableAmount = 197;
+constexpr int kLastTableSlot = kFirstTableSlot + kTableAmount - 1;
+
+struct CatalogueEntry {
+    int nSlot;
+    const char* szName;
+    const char* szFile;
+};
+
+// In slot order: kCatalogue[slot - kFirstTableSlot].
+constexpr CatalogueEntry kCatalogue[] = {
+#define CLIENTDATA_TABLE(slot, name, iface, cls, file) {slot, #name, file},
+#include "ClientData/Catalogue.def"
+#undef CLIENTDATA_TABLE
+};
+static_assert(sizeof(kCatalogue) / sizeof(kCatalogue[0]) == kTableAmount);
+
+constexpr const CatalogueEntry& CatalogueEntryOf(int nSlot) { return kCatalogue[nSlot - kFirstTableSlot]; }
+
+// The order in which the manager constructs and lays out its tables (so the
+// order of every registry walk), by slot. It follows the slots except in
+// three places, which the client's data layer has always had.
+struct SlotRun {
+    int nFirst;
+    int nLast;
+};
+constexpr SlotRun kConstructionRuns[] = {
+    {9, 14},   {16, 16},   {15, 15},   {17, 74},   {76, 77},   {80, 81},   {83, 86},   {93, 98},
+    {100, 100}, {103, 103}, {101, 101}, {105, 105}, {107, 107}, {109, 118}, {75, 75},   {78, 79},
+    {82, 82},   {88, 92},   {87, 87},   {99, 99},   {102, 102}, {104, 104}, {106, 106}, {108, 108},
+    {119, 202}, {204, 204}, {203, 203}, {205, 205},
+};
+
+struct ConstructionOrder {
+    int nSlot[kTableAmount];
+};
+
+constexpr ConstructionOrder MakeConstructionOrder()
+{
+    ConstructionOrder order{};
+    int nAt = 0;
+    for (const SlotRun& run : kConstructionRuns)
+        for (int nSlot = run.nFirst; nSlot <= run.nLast; ++nSlot)
+            order.nSlot[nAt++] = nSlot;
+    return order;
+}
+constexpr ConstructionOrder kConstructionOrder = MakeConstructionOrder();
+
+// Position of a slot in the construction order.
+constexpr int ConstructionPositionOf(int nSlot)
+{
+    for (int i = 0; i < kTableAmount; ++i)
+        if (kConstructionOrder.nSlot[i] == nSlot)
+            return i;
+    return -1;
+}
+
+namespace catalogue_check {
+constexpr bool EveryTableOnce()
+{
+    for (int nSlot = kFirstTableSlot; nSlot <= kLastTableSlot; ++nSlot) {
+        int nSeen = 0;
+        for (int i = 0; i < kTableAmount; ++i)
+            nSeen += kConstructionOrder.nSlot[i] == nSlot;
+        if (nSeen != 1)
+            return false;
+    }
+    return true;
+}
+static_assert(EveryTableOnce(), "the construction order names every table once");
+}  // namespace catalogue_check
+
+template <int Slot>
+struct CatalogueSlot;
+#define CLIENTDATA_TABLE(slot, name, iface, cls, file) \
+    template <>                                        \
+    struct CatalogueSlot<slot> {                       \
+        using Interface = iface;                       \
+        using Class = cls;                             \
+    };
+#include "ClientData/Catalogue.def"
+#undef CLIENTDATA_TABLE

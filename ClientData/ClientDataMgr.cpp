@@ -1,0 +1,162 @@
+#include "ClientData/ClientDataMgr.h"
+
+#include <new>
+#include <string>
+#include <vector>
+
+#include "ZelGameBase/DataFileReader.h"
+
+namespace {
+
+CClientDataMgr* g_pClientDataMgr = nullptr;
+
+std::string LowerAscii(std::string text)
+{
+    for (char& c : text)
+        c = CrtToLower(c);
+    return text;
+}
+
+// Reads the bare file names listed in "DeferList.dat", in file order.
+std::vector<std::string> ReadDeferList()
+{
+    std::vector<std::string> setName;
+    CDataFileReader reader;
+    if (!reader.Open("DeferList.dat", 1, ' '))
+        return setName;
+    for (int i = 0; i < reader.GetRecordAmount(); ++i)
+        setName.push_back(LowerAscii(reader.GetRecord(i)->GetStr(0, "")));
+    return setName;
+}
+
+}  // namespace
+
+CClientDataMgr::~CClientDataMgr()
+{
+    // The registry goes first and whole: tables never leave it one by one.
+    TableRegistry::Destroy();
+}
+
+void CClientDataMgr::LoadStrRes(const char* szPath)
+{
+    if (szPath == nullptr || szPath[0] == '\0')
+        return;
+    m_strRes.Load(szPath);
+}
+
+const char* CClientDataMgr::GetStrRes(unsigned int nId) { return m_strRes.Get(nId); }
+
+void CClientDataMgr::SetVersionQuery(VersionQueryFn fn)
+{
+    // A callback once set can be replaced but never removed.
+    if (fn != nullptr)
+        m_pfnVersionQuery = fn;
+}
+
+VersionQueryFn CClientDataMgr::GetVersionQuery() { return m_pfnVersionQuery; }
+
+void CClientDataMgr::LoadDeferList()
+{
+    const std::vector<std::string> setName = ReadDeferList();
+    if (setName.empty())
+        return;
+    TableRegistry* pRegistry = TableRegistry::Get();
+    if (pRegistry == nullptr)
+        return;
+    for (CDataTable* pTable : pRegistry->Tables()) {
+        const std::string strFileName = LowerAscii(pTable->GetFileName());
+        for (const std::string& strName : setName) {
+            if (strName == strFileName) {
+                pTable->SetDefer();
+                break;
+            }
+        }
+    }
+}
+
+void CClientDataMgr::LoadAll()
+{
+    if (TableRegistry* pRegistry = TableRegistry::Get())
+        for (CDataTable* pTable : pRegistry->Tables())
+            LoadTable(pTable);
+}
+
+void CClientDataMgr::ClearAll()
+{
+    if (TableRegistry* pRegistry = TableRegistry::Get())
+        for (CDataTable* pTable : pRegistry->Tables())
+            pTable->Clear();
+}
+
+void CClientDataMgr::ReloadDeferred(bool bDefer)
+{
+    TableRegistry* pRegistry = TableRegistry::Get();
+    if (pRegistry == nullptr)
+        return;
+    for (CDataTable* pTable : pRegistry->Tables()) {
+        if (pTable->IsDefer() != bDefer)
+            continue;
+        pTable->Clear();
+        pTable->BuildFilePath();
+        LoadTable(pTable);
+    }
+}
+
+CDataTable* CClientDataMgr::GetTableBySlot(int nSlot)
+{
+    switch (nSlot) {
+#define CLIENTDATA_TABLE(slot, name, iface, cls, file) \
+    case slot:                                         \
+        return Get##name();
+#include "ClientData/Catalogue.def"
+#undef CLIENTDATA_TABLE
+    default:
+        return nullptr;
+    }
+}
+
+int CClientDataMgr::GetLoadedAmountBySlot(int nSlot)
+{
+    switch (nSlot) {
+#define CLIENTDATA_TABLE(slot, name, iface, cls, file) \
+    case slot:                                         \
+        return static_cast<int>(static_cast<cls*>(Get##name())->GetLoadedAmount());
+#include "ClientData/Catalogue.def"
+#undef CLIENTDATA_TABLE
+    default:
+        return -1;
+    }
+}
+
+void CClientDataMgr::SetLoadObserver(LoadObserverFn fn, void* pContext)
+{
+    m_pfnLoadObserver = fn;
+    m_pLoadObserverContext = pContext;
+}
+
+void CClientDataMgr::LoadTable(CDataTable* pTable)
+{
+    if (m_pfnLoadObserver != nullptr)
+        m_pfnLoadObserver(pTable, m_pLoadObserverContext);
+    pTable->Load();
+}
+
+extern "C" CLIENTDATA_API IClientDataMgr* QueryClientDataMgr()
+{
+    if (g_pClientDataMgr == nullptr)
+        g_pClientDataMgr = new (std::nothrow) CClientDataMgr;
+    return g_pClientDataMgr;
+}
+
+extern "C" CLIENTDATA_API void DestroyClientDataMgr()
+{
+    // Goes through the creating path on purpose: with no manager alive, one is
+    // built, cleared and torn down again.
+    IClientDataMgr* pMgr = QueryClientDataMgr();
+    if (pMgr != nullptr)
+        pMgr->ClearAll();
+    if (g_pClientDataMgr != nullptr) {
+        g_pClientDataMgr->DeletingDestructor(1);
+        g_pClientDataMgr = nullptr;
+    }
+}

@@ -1,0 +1,46 @@
+#include "ClientData/DataTable.h"
+
+#include "ClientData/IClientDataMgr.h"
+
+namespace {
+TableRegistry* g_pTableRegistry = nullptr;
+}
+
+TableRegistry& TableRegistry::GetOrCreate()
+{
+    if (g_pTableRegistry == nullptr)
+        g_pTableRegistry = new TableRegistry;
+    return *g_pTableRegistry;
+}
+
+TableRegistry* TableRegistry::Get() { return g_pTableRegistry; }
+
+void TableRegistry::Destroy()
+{
+    delete g_pTableRegistry;
+    g_pTableRegistry = nullptr;
+}
+
+CDataTable::CDataTable() { TableRegistry::GetOrCreate().Register(this); }
+
+void CDataTable::SetDefer() { m_bDefer = true; }
+
+bool CDataTable::IsDefer() { return m_bDefer; }
+
+void CDataTable::BuildFilePath()
+{
+    if (m_bDefer) {
+        IClientDataMgr* pMgr = QueryClientDataMgr();
+        VersionQueryFn pfnVersion = pMgr != nullptr ? pMgr->GetVersionQuery() : nullptr;
+        // Asked afresh every time: the client may switch data sets.
+        if (pfnVersion != nullptr && pfnVersion() != 100) {
+            const std::size_t nDot = m_strFileName.rfind('.');
+            // A name without a dot makes substr throw std::out_of_range.
+            m_strFilePath = "ini/200/" + m_strFileName.substr(0, nDot) + "_200" + m_strFileName.substr(nDot);
+            return;
+        }
+    }
+    m_strFilePath = "ini/" + m_strFileName;
+}
+
+std::string CDataTable::GetFileName() { return m_strFileName; }

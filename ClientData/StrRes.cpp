@@ -1,0 +1,69 @@
+#include "ClientData/StrRes.h"
+
+#include <cstdio>
+#include <cstring>
+#include <mutex>
+
+#include "ZelGameBase/Platform/Platform.h"
+#include "ZelGameBase/ZelCrt.h"
+#include "ZelGameBase/ZelGameBase.h"
+
+namespace {
+
+// The miss path's shared text: nothing ever writes it, so a miss always
+// yields the empty text, never one that names the id.
+const char g_szMissText[1024] = {};
+std::mutex* g_pMissLock = nullptr;
+
+}  // namespace
+
+CStrRes::CStrRes()
+{
+    if (g_pMissLock == nullptr)
+        g_pMissLock = new std::mutex;
+}
+
+CStrRes::~CStrRes()
+{
+    delete g_pMissLock;
+    g_pMissLock = nullptr;
+}
+
+void CStrRes::Load(const char* szPath)
+{
+    FILE* pFile = PlatformOpenFile(szPath, "r");
+    if (pFile == nullptr) {
+        LogMsgSave("can't open file:%s", szPath);
+        return;
+    }
+    char szLine[1024];
+    for (;;) {
+        std::memset(szLine, 0, sizeof(szLine));
+        if (std::fgets(szLine, sizeof(szLine), pFile) == nullptr)
+            break;
+        std::size_t nLength = std::strlen(szLine);
+        if (nLength > 0 && szLine[nLength - 1] == '\n')
+            szLine[--nLength] = '\0';
+        if (szLine[0] == ';')
+            continue;
+        char* pEqual = std::strchr(szLine, '=');
+        if (pEqual == nullptr)
+            continue;
+        *pEqual = '\0';
+        m_mapText[static_cast<uint32_t>(CrtAtoi(szLine))] = pEqual + 1;
+    }
+    std::fclose(pFile);
+}
+
+const char* CStrRes::Get(uint32_t nId) const
+{
+    auto it = m_mapText.find(nId);
+    if (it != m_mapText.end())
+        return it->second.c_str();
+    // The lock guards the shared miss text, as the client has always had it.
+    if (g_pMissLock != nullptr) {
+        std::lock_guard<std::mutex> guard(*g_pMissLock);
+        return g_szMissText;
+    }
+    return g_szMissText;
+}

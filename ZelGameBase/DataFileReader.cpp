@@ -1,0 +1,145 @@
+#include "ZelGameBase/DataFileReader.h"
+
+#include <cstdarg>
+#include <cstring>
+
+#include "ZelGameBase/Platform/Platform.h"
+#include "ZelGameBase/ZelCrt.h"
+
+namespace {
+constexpr int kLineBufferSize = 2048;
+}
+
+const char* CDataRow::GetStr(int nIndex, const char* szDefault) const
+{
+    if (nIndex < 0 || nIndex >= GetFieldAmount())
+        return szDefault;
+    return m_setField[static_cast<std::size_t>(nIndex)].c_str();
+}
+
+int CDataRow::GetInt(int nIndex, int nDefault) const
+{
+    if (nIndex < 0 || nIndex >= GetFieldAmount())
+        return nDefault;
+    return CrtAtoi(m_setField[static_cast<std::size_t>(nIndex)].c_str());
+}
+
+void CDataRow::Split(const char* szLine, char cSeparator)
+{
+    const char* pStart = szLine;
+    for (const char* p = szLine;; ++p) {
+        if (*p == cSeparator || *p == '\0') {
+            m_setField.emplace_back(pStart, static_cast<std::size_t>(p - pStart));
+            if (*p == '\0')
+                break;
+            pStart = p + 1;
+        }
+    }
+}
+
+void CDataFileReader::Close()
+{
+    if (m_pFile != nullptr) {
+        std::fclose(m_pFile);
+        m_pFile = nullptr;
+    }
+    m_strImage.clear();
+    m_strImage.shrink_to_fit();
+    m_nPosition = 0;
+    m_setRow.clear();
+}
+
+bool CDataFileReader::Open(const char* szName, int nMode, char cSeparator)
+{
+    Close();
+    if (nMode == 0) {
+        m_pFile = PlatformOpenFile(szName, "rb");
+        if (m_pFile == nullptr)
+            return false;
+    } else if (nMode == 1) {
+        if (!PlatformReadFile(szName, m_strImage))
+            return false;
+    } else {
+        return false;
+    }
+    m_nMode = nMode;
+
+    char szLine[kLineBufferSize] = {};
+    while (ReadLine(szLine, kLineBufferSize))
+        AddLine(szLine, cSeparator);
+
+    // The source is done with; only the records stay.
+    if (m_pFile != nullptr) {
+        std::fclose(m_pFile);
+        m_pFile = nullptr;
+    }
+    m_strImage.clear();
+    m_strImage.shrink_to_fit();
+    return true;
+}
+
+void CDataFileReader::OpenImage(std::string&& strImage, char cSeparator)
+{
+    Close();
+    m_nMode = 1;
+    m_strImage = std::move(strImage);
+    char szLine[kLineBufferSize] = {};
+    while (ReadLine(szLine, kLineBufferSize))
+        AddLine(szLine, cSeparator);
+    m_strImage.clear();
+    m_strImage.shrink_to_fit();
+}
+
+// One piece of at most nSize - 1 characters, ending after its line feed.
+bool CDataFileReader::ReadLine(char* szLine, int nSize)
+{
+    if (m_nMode == 0)
+        return std::fgets(szLine, nSize, m_pFile) != nullptr;
+    std::memset(szLine, 0, static_cast<std::size_t>(nSize));
+    int nCopied = 0;
+    while (nCopied < nSize - 1 && m_nPosition < m_strImage.size()) {
+        const char c = m_strImage[m_nPosition++];
+        szLine[nCopied++] = c;
+        if (c == '\n')
+            break;
+    }
+    return nCopied > 0;
+}
+
+void CDataFileReader::AddLine(char* szLine, char cSeparator)
+{
+    const char cFirst = szLine[0];
+    if (cFirst == '\0' || cFirst == ';' || cFirst == '\n' || cFirst == '\r')
+        return;
+    if (cFirst == '/' && szLine[1] == '/')
+        return;
+    std::size_t nLength = std::strlen(szLine);
+    if (nLength > 0 && szLine[nLength - 1] == '\n')
+        szLine[--nLength] = '\0';
+    if (nLength > 0 && szLine[nLength - 1] == '\r')
+        szLine[--nLength] = '\0';
+    if (nLength == 0)
+        return;
+    auto pRow = std::make_unique<CDataRow>();
+    pRow->Split(szLine, cSeparator);
+    m_setRow.push_back(std::move(pRow));
+}
+
+const CDataRow* CDataFileReader::GetRecord(int nIndex) const
+{
+    if (nIndex < 0 || nIndex >= GetRecordAmount())
+        return nullptr;
+    return m_setRow[static_cast<std::size_t>(nIndex)].get();
+}
+
+void CDataFileReader::LogSave(const char* szFormat, ...)
+{
+    if (!m_bErrorReport || szFormat == nullptr)
+        return;
+    char szMessage[2048] = {};
+    va_list args;
+    va_start(args, szFormat);
+    std::vsnprintf(szMessage, sizeof(szMessage), szFormat, args);
+    va_end(args);
+    LogWriteEntry(szMessage);
+}

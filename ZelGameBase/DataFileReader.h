@@ -1,0 +1,72 @@
+// The column data-file reader: a text file of one record a line, fields split
+// at one separator character. The reader reads the file whole on Open, keeps
+// every accepted line as a CDataRow of text fields, and the table picks fields
+// by index. Lines that are empty, begin with ";", a line feed, a carriage
+// return or "//" are dropped; fields are never trimmed; two separators in a
+// row give an empty field. Lines longer than 2047 characters arrive in pieces,
+// each read as a line of its own.
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ZelGameBase/ZelGameBase.h"
+
+class CDataRow {
+public:
+    virtual ~CDataRow() = default;
+
+    int GetFieldAmount() const { return static_cast<int>(m_setField.size()); }
+    // The field's text; szDefault when nIndex is out of range. Valid while the
+    // row lives.
+    const char* GetStr(int nIndex, const char* szDefault) const;
+    // The field through atoi (0 for empty or non-numeric); nDefault out of range.
+    int GetInt(int nIndex, int nDefault) const;
+
+    // Splits szLine at every cSeparator; the text after the last one is the
+    // last field (possibly empty).
+    void Split(const char* szLine, char cSeparator);
+
+private:
+    std::vector<std::string> m_setField;
+};
+
+class CDataFileReader {
+public:
+    CDataFileReader() = default;
+    CDataFileReader(const CDataFileReader&) = delete;
+    CDataFileReader& operator=(const CDataFileReader&) = delete;
+
+    // Reads szName (relative to the working directory) in nMode 0 (stream) or
+    // 1 (whole-file image); both give the same records. False with no records
+    // when the file cannot be opened or, in mode 1, read whole; nothing is
+    // logged (the caller logs).
+    bool Open(const char* szName, int nMode, char cSeparator);
+    // Reads the records of a file image already in memory, as mode 1 does.
+    void OpenImage(std::string&& strImage, char cSeparator);
+    // Drops the source and every record.
+    void Close();
+
+    int GetRecordAmount() const { return static_cast<int>(m_setRow.size()); }
+    // The row at nIndex in file order, null out of range. Valid while the
+    // reader lives.
+    const CDataRow* GetRecord(int nIndex) const;
+
+    // The reader's own log entry (2048-byte message buffer), written only when
+    // the error-reporting flag is set.
+    void LogSave(const char* szFormat, ...) ZEL_PRINTF_FORMAT(2, 3);
+    void SetErrorReport(bool bReport) { m_bErrorReport = bReport; }
+
+private:
+    bool ReadLine(char* szLine, int nSize);
+    void AddLine(char* szLine, char cSeparator);
+
+    FILE* m_pFile = nullptr;      // mode 0
+    std::string m_strImage;       // mode 1
+    std::size_t m_nPosition = 0;  // mode 1 read position
+    int m_nMode = 0;
+    bool m_bErrorReport = true;
+    std::vector<std::unique_ptr<CDataRow>> m_setRow;
+};

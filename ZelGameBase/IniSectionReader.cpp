@@ -1,0 +1,210 @@
+#include "ZelGameBase/IniSectionReader.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "ZelGameBase/Platform/Platform.h"
+#include "ZelGameBase/ZelCrt.h"
+
+namespace {
+
+bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+
+int CompareNoCase(std::string_view a, std::string_view b)
+{
+    return CrtCompareNoCase(a.data(), a.size(), b.data(), b.size());
+}
+
+// Reads the file as a stream, chunk by chunk.
+bool ReadStream(const char* szPath, std::string& strText)
+{
+    strText.clear();
+    FILE* pFile = PlatformOpenFile(szPath, "rb");
+    if (pFile == nullptr)
+        return false;
+    char buffer[16384];
+    std::size_t nRead;
+    while ((nRead = std::fread(buffer, 1, sizeof(buffer), pFile)) > 0)
+        strText.append(buffer, nRead);
+    std::fclose(pFile);
+    return true;
+}
+
+}  // namespace
+
+bool CIniSectionReader::Open(const char* szPath, int nFlag)
+{
+    Close();
+    std::string strText;
+    const bool bRead = nFlag == 0 ? ReadStream(szPath, strText) : PlatformReadFile(szPath, strText);
+    if (!bRead)
+        return false;
+    OpenText(std::move(strText));
+    return true;
+}
+
+void CIniSectionReader::OpenText(std::string&& strText)
+{
+    Close();
+    m_strText = std::move(strText);
+    Index();
+}
+
+void CIniSectionReader::Close()
+{
+    m_strText.clear();
+    m_strText.shrink_to_fit();
+    m_setSection.clear();
+    m_setEntry.clear();
+    m_setSorted.clear();
+    m_setTitleSorted.clear();
+}
+
+void CIniSectionReader::Index()
+{
+    // Titles, keys and values become C strings in place: each is followed by a
+    // byte that is not part of it (a "]", "=", blank or line end), which is
+    // overwritten by a terminator once the whole text is indexed.
+    std::vector<std::size_t> setTerminator;
+    char* pText = m_strText.data();
+    const std::size_t nSize = m_strText.size();
+    std::size_t nAt = 0;
+    while (nAt < nSize) {
+        std::size_t nEnd = nAt;
+        while (nEnd < nSize && pText[nEnd] != '\n' && pText[nEnd] != '\r')
+            ++nEnd;
+        std::size_t nFirst = nAt;
+        while (nFirst < nEnd && IsBlank(pText[nFirst]))
+            ++nFirst;
+        auto trimmed = [&](std::size_t nBegin, std::size_t nStop) {
+            while (nBegin < nStop && IsBlank(pText[nBegin]))
+                ++nBegin;
+            while (nStop > nBegin && IsBlank(pText[nStop - 1]))
+                --nStop;
+            setTerminator.push_back(nStop);
+            return std::string_view(pText + nBegin, nStop - nBegin);
+        };
+        const bool bComment =
+            nFirst == nEnd || pText[nFirst] == ';' || (pText[nFirst] == '/' && nFirst + 1 < nEnd && pText[nFirst + 1] == '/');
+        if (!bComment && pText[nFirst] == '[') {
+            const char* pClose = static_cast<const char*>(std::memchr(pText + nFirst, ']', nEnd - nFirst));
+            const std::size_t nClose = pClose != nullptr ? static_cast<std::size_t>(pClose - pText) : nEnd;
+            m_setSection.push_back(Section{trimmed(nFirst + 1, nClose), static_cast<uint32_t>(m_setEntry.size()), 0});
+        } else if (!bComment && !m_setSection.empty()) {
+            const char* pEqual = static_cast<const char*>(std::memchr(pText + nFirst, '=', nEnd - nFirst));
+            if (pEqual != nullptr) {
+                const std::size_t nEqual = static_cast<std::size_t>(pEqual - pText);
+                const std::string_view key = trimmed(nFirst, nEqual);
+                const std::string_view value = trimmed(nEqual + 1, nEnd);
+                m_setEntry.push_back(Entry{key, value});
+                ++m_setSection.back().nAmount;
+            }
+        }
+        nAt = nEnd + 1;
+    }
+    for (std::size_t nTerminator : setTerminator)
+        if (nTerminator < nSize)
+            pText[nTerminator] = '\0';
+
+    m_setSorted.resize(m_setEntry.size());
+    for (std::size_t i = 0; i < m_setSorted.size(); ++i)
+        m_setSorted[i] = static_cast<uint32_t>(i);
+    for (const Section& section : m_setSection) {
+        auto first = m_setSorted.begin() + section.nFirst;
+        std::stable_sort(first, first + section.nAmount, [this](uint32_t a, uint32_t b) {
+            return CompareNoCase(m_setEntry[a].key, m_setEntry[b].key) < 0;
+        });
+    }
+    m_setTitleSorted.resize(m_setSection.size());
+    for (std::size_t i = 0; i < m_setTitleSorted.size(); ++i)
+        m_setTitleSorted[i] = static_cast<uint32_t>(i);
+    std::stable_sort(m_setTitleSorted.begin(), m_setTitleSorted.end(), [this](uint32_t a, uint32_t b) {
+        return CompareNoCase(m_setSection[a].title, m_setSection[b].title) < 0;
+    });
+}
+
+std::string_view CIniSectionReader::GetTitle(int nSection) const
+{
+    if (nSection < 0 || nSection >= GetSectionAmount())
+        return std::string_view("", 0);
+    return m_setSection[static_cast<std::size_t>(nSection)].title;
+}
+
+int CIniSectionReader::FindSection(const char* szTitle) const
+{
+    if (szTitle == nullptr)
+        return -1;
+    const std::string_view title(szTitle);
+    auto it = std::lower_bound(m_setTitleSorted.begin(), m_setTitleSorted.end(), title,
+                               [this](uint32_t n, std::string_view wanted) {
+                                   return CompareNoCase(m_setSection[n].title, wanted) < 0;
+                               });
+    if (it == m_setTitleSorted.end() || CompareNoCase(m_setSection[*it].title, title) != 0)
+        return -1;
+    return static_cast<int>(*it);
+}
+
+int CIniSectionReader::GetKeyAmount(int nSection) const
+{
+    if (nSection < 0 || nSection >= GetSectionAmount())
+        return 0;
+    return static_cast<int>(m_setSection[static_cast<std::size_t>(nSection)].nAmount);
+}
+
+std::string_view CIniSectionReader::GetKeyAt(int nSection, int nKey) const
+{
+    if (nKey < 0 || nKey >= GetKeyAmount(nSection))
+        return std::string_view("", 0);
+    return m_setEntry[m_setSection[static_cast<std::size_t>(nSection)].nFirst + static_cast<uint32_t>(nKey)].key;
+}
+
+std::string_view CIniSectionReader::GetValueAt(int nSection, int nKey) const
+{
+    if (nKey < 0 || nKey >= GetKeyAmount(nSection))
+        return std::string_view("", 0);
+    return m_setEntry[m_setSection[static_cast<std::size_t>(nSection)].nFirst + static_cast<uint32_t>(nKey)].value;
+}
+
+bool CIniSectionReader::GetValue(int nSection, const char* szKey, std::string_view& value) const
+{
+    if (szKey == nullptr || nSection < 0 || nSection >= GetSectionAmount())
+        return false;
+    const Section& section = m_setSection[static_cast<std::size_t>(nSection)];
+    auto first = m_setSorted.begin() + section.nFirst;
+    auto last = first + section.nAmount;
+    const std::string_view key(szKey);
+    auto it = std::lower_bound(first, last, key, [this](uint32_t n, std::string_view wanted) {
+        return CompareNoCase(m_setEntry[n].key, wanted) < 0;
+    });
+    if (it == last || CompareNoCase(m_setEntry[*it].key, key) != 0)
+        return false;
+    value = m_setEntry[*it].value;
+    return true;
+}
+
+bool CIniSectionReader::GetText(int nSection, const char* szKey, char* szOut, int nSize) const
+{
+    std::string_view value;
+    if (szOut == nullptr || nSize <= 0 || !GetValue(nSection, szKey, value))
+        return false;
+    const std::size_t nCopy = std::min(value.size(), static_cast<std::size_t>(nSize - 1));
+    std::memcpy(szOut, value.data(), nCopy);
+    szOut[nCopy] = '\0';
+    return true;
+}
+
+bool CIniSectionReader::ReadInt(int nSection, const char* szKey, int& nValue) const
+{
+    std::string_view value;
+    if (!GetValue(nSection, szKey, value))
+        return false;
+    nValue = CrtAtoi(value.data());
+    return true;
+}
+
+int CIniSectionReader::GetInt(int nSection, const char* szKey, int nDefault) const
+{
+    int nValue = nDefault;
+    ReadInt(nSection, szKey, nValue);
+    return nValue;
+}

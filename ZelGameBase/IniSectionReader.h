@@ -1,0 +1,71 @@
+// The in-memory section reader that tables use for sectioned ini files.
+//
+// Open reads the file once and indexes it: the sections in file order (a title
+// that occurs twice gives two sections, both kept) and, inside each section,
+// its "key=value" lines. Keys compare without regard to ASCII case; blanks
+// around key and value are trimmed; the value is the whole rest of the line
+// after the first "=" (texts with blanks survive); the first occurrence of a
+// key in a section wins. Lines beginning with ";" or "//" are comments; lines
+// before the first section are ignored. A section header is a line whose
+// first non-blank character is "[", its title running to the first "]".
+// Lookups cost a binary search, however many keys a table reads.
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+class CIniSectionReader {
+public:
+    // nFlag 0 reads the file as a stream, 1 as one whole-file image; the
+    // results are identical. False (and empty) when the file cannot be read.
+    bool Open(const char* szPath, int nFlag);
+    // Indexes a text already in memory.
+    void OpenText(std::string&& strText);
+    void Close();
+
+    int GetSectionAmount() const { return static_cast<int>(m_setSection.size()); }
+    // Titles, keys and values are views into the reader's own copy of the
+    // file, each followed by a terminator, so data() is a C string. They stay
+    // valid until Open, OpenText or Close.
+    // The title of section nSection, without brackets and trimmed.
+    std::string_view GetTitle(int nSection) const;
+    // The first section titled szTitle (ASCII case-insensitive), or -1.
+    int FindSection(const char* szTitle) const;
+
+    // The key lines of a section in file order (duplicates included).
+    int GetKeyAmount(int nSection) const;
+    std::string_view GetKeyAt(int nSection, int nKey) const;
+    std::string_view GetValueAt(int nSection, int nKey) const;
+
+    // The value of szKey in nSection; false when absent (out stays as it was).
+    bool GetValue(int nSection, const char* szKey, std::string_view& value) const;
+    // Copies the value into szOut, cut to nSize - 1 characters.
+    bool GetText(int nSection, const char* szKey, char* szOut, int nSize) const;
+    // The value through atoi.
+    bool ReadInt(int nSection, const char* szKey, int& nValue) const;
+    int GetInt(int nSection, const char* szKey, int nDefault) const;
+
+private:
+    struct Entry {
+        std::string_view key;
+        std::string_view value;
+    };
+    struct Section {
+        std::string_view title;
+        uint32_t nFirst;   // first entry, file order
+        uint32_t nAmount;  // entries in the section
+    };
+
+    void Index();
+    void IndexLine(std::string_view line);
+
+    std::string m_strText;
+    std::vector<Section> m_setSection;
+    std::vector<Entry> m_setEntry;
+    // Per section, entry numbers sorted by key (then file order), for lookups.
+    std::vector<uint32_t> m_setSorted;
+    // Section numbers sorted by title (then file order).
+    std::vector<uint32_t> m_setTitleSorted;
+};

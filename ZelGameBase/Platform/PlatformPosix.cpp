@@ -1,0 +1,157 @@
+// POSIX half of the platform layer: the Win32 behaviours the data depends on,
+// emulated (either slash separates folders, file-name patterns match without
+// regard to ASCII case, the private-profile reader follows Windows' rules).
+#include <dirent.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <cstdlib>
+#include <ctime>
+#include <mutex>
+
+#include "ZelGameBase/Platform/Platform.h"
+#include "ZelGameBase/Platform/ProfileReader.h"
+
+namespace {
+
+std::atomic<unsigned long> g_nReadFileCount{0};
+std::mutex g_sinkLock;
+DebugSinkFn g_pfnDebugSink = nullptr;
+void* g_pDebugSinkContext = nullptr;
+
+std::string NativePath(const char* szPath)
+{
+    std::string strPath = szPath != nullptr ? szPath : "";
+    for (char& c : strPath)
+        if (c == '\\')
+            c = '/';
+    return strPath;
+}
+
+// "*" matches any run, "?" one character; letters match in either case.
+bool MatchPattern(const char* szPattern, const char* szName)
+{
+    if (*szPattern == '\0')
+        return *szName == '\0';
+    if (*szPattern == '*')
+        return MatchPattern(szPattern + 1, szName) || (*szName != '\0' && MatchPattern(szPattern, szName + 1));
+    if (*szName == '\0')
+        return false;
+    if (*szPattern != '?' && CrtToLower(*szPattern) != CrtToLower(*szName))
+        return false;
+    return MatchPattern(szPattern + 1, szName + 1);
+}
+
+}  // namespace
+
+FILE* PlatformOpenFile(const char* szPath, const char* szMode)
+{
+    if (szPath == nullptr || szMode == nullptr)
+        return nullptr;
+    const std::string strPath = NativePath(szPath);
+    struct stat info;
+    // fopen would open a directory for reading; Windows does not.
+    if (stat(strPath.c_str(), &info) == 0 && S_ISDIR(info.st_mode))
+        return nullptr;
+    return std::fopen(strPath.c_str(), szMode);
+}
+
+bool PlatformReadFile(const char* szPath, std::string& data)
+{
+    ++g_nReadFileCount;
+    data.clear();
+    FILE* pFile = PlatformOpenFile(szPath, "rb");
+    if (pFile == nullptr)
+        return false;
+    char buffer[65536];
+    std::size_t nRead;
+    while ((nRead = std::fread(buffer, 1, sizeof(buffer), pFile)) > 0)
+        data.append(buffer, nRead);
+    const bool bOk = std::ferror(pFile) == 0;
+    std::fclose(pFile);
+    if (!bOk)
+        data.clear();
+    return bOk;
+}
+
+unsigned long PlatformReadFileCount() { return g_nReadFileCount.load(); }
+
+std::string PlatformCurrentDirectory()
+{
+    char szDir[4096];
+    if (getcwd(szDir, sizeof(szDir)) == nullptr)
+        return std::string();
+    return szDir;
+}
+
+std::string PlatformJoinPath(const std::string& strDir, const char* szName)
+{
+    return strDir + "/" + (szName != nullptr ? szName : "");
+}
+
+bool PlatformFindFirstFile(const char* szDir, const char* szPattern, std::string& strName)
+{
+    DIR* pDir = opendir(NativePath(szDir).c_str());
+    if (pDir == nullptr)
+        return false;
+    bool bFound = false;
+    while (dirent* pEntry = readdir(pDir)) {
+        if (MatchPattern(szPattern, pEntry->d_name)) {
+            strName = pEntry->d_name;
+            bFound = true;
+            break;
+        }
+    }
+    closedir(pDir);
+    return bFound;
+}
+
+void PlatformMakeDirectory(const char* szPath) { mkdir(NativePath(szPath).c_str(), 0777); }
+
+bool PlatformAppendText(const char* szPath, const char* szText)
+{
+    FILE* pFile = PlatformOpenFile(szPath, "a+");
+    if (pFile == nullptr)
+        return false;
+    std::fputs(szText, pFile);
+    std::fclose(pFile);
+    return true;
+}
+
+LocalTime PlatformLocalTime()
+{
+    const time_t now = std::time(nullptr);
+    struct tm local {};
+    localtime_r(&now, &local);
+    return LocalTime{local.tm_year + 1900, local.tm_mon + 1, local.tm_mday, local.tm_hour,
+                     local.tm_min,         local.tm_sec,     local.tm_wday};
+}
+
+void PlatformSetDebugSink(DebugSinkFn fn, void* pContext)
+{
+    std::lock_guard<std::mutex> guard(g_sinkLock);
+    g_pfnDebugSink = fn;
+    g_pDebugSinkContext = pContext;
+}
+
+void PlatformDebugOutput(const char* szText)
+{
+    if (szText == nullptr)
+        return;
+    {
+        std::lock_guard<std::mutex> guard(g_sinkLock);
+        if (g_pfnDebugSink != nullptr)
+            g_pfnDebugSink(szText, g_pDebugSinkContext);
+    }
+    if (std::getenv("ZEL_DEBUG_OUTPUT") != nullptr)
+        std::fputs(szText, stderr);
+}
+
+unsigned PlatformGetPrivateProfileInt(const char* szSection, const char* szKey, int nDefault, const char* szPath)
+{
+    std::string strText;
+    if (szSection == nullptr || szKey == nullptr || !PlatformReadFile(szPath, strText))
+        return static_cast<unsigned>(nDefault);
+    return ProfileGetInt(strText.data(), strText.size(), szSection, szKey, nDefault);
+}

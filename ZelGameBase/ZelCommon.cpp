@@ -1,0 +1,268 @@
+#include "ZelGameBase/ZelCommon.h"
+
+#include <cstdarg>
+#include <cstdio>
+#include <cstring>
+#include <string>
+
+#include "ZelGameBase/Platform/Platform.h"
+#include "ZelGameBase/ZelCrt.h"
+#include "ZelGameBase/ZelGameBase.h"
+
+namespace {
+
+// Matches the literal "key=" of a key pattern at the start of text, as scanf
+// matches a format's literal part: white space in the pattern skips white
+// space in the input; the input running out first is the end-of-input
+// result, a different character a mismatch.
+ScanResult MatchLiteral(const char*& text, const char* szLiteral)
+{
+    const char* p = text;
+    for (const char* f = szLiteral; *f != '\0'; ++f) {
+        if (CrtIsSpace(static_cast<unsigned char>(*f))) {
+            while (CrtIsSpace(static_cast<unsigned char>(*p)))
+                ++p;
+            continue;
+        }
+        if (*p == '\0')
+            return SCAN_INPUT_END;
+        if (*p != *f)
+            return SCAN_NO_MATCH;
+        ++p;
+    }
+    text = p;
+    return SCAN_CONVERTED;
+}
+
+// What a key's value converts into.
+struct ValueTarget {
+    int* pInt = nullptr;   // "%d"
+    char* szText = nullptr;  // "%s"
+    int nTextSize = 0;
+};
+
+// Scans text with the pattern key "=" conversion; the scanf result.
+ScanResult ScanKeyValue(const char* text, const char* szKeyLiteral, const ValueTarget& target)
+{
+    const ScanResult literal = MatchLiteral(text, szKeyLiteral);
+    if (literal != SCAN_CONVERTED)
+        return literal;
+    if (target.pInt != nullptr) {
+        int32_t nValue = 0;
+        const ScanResult result = CrtScanInt32(text, &nValue);
+        if (result == SCAN_CONVERTED)
+            *target.pInt = nValue;
+        return result;
+    }
+    // Scan into a scratch buffer first so that the caller's buffer changes
+    // only on a conversion.
+    char szWord[1024];
+    const ScanResult result = CrtScanWord(text, szWord, sizeof(szWord));
+    if (result == SCAN_CONVERTED)
+        SafeStrCopy(target.szText, target.nTextSize, szWord);
+    return result;
+}
+
+bool HoldsSectionBrackets(const char* szText)
+{
+    return std::strrchr(szText, '[') != nullptr && std::strrchr(szText, ']') != nullptr;
+}
+
+// Blank-separated tokens of a file image, at most 1023 characters each (the
+// rest of a longer run is the next token).
+class CTokenReader {
+public:
+    explicit CTokenReader(const std::string& text) : m_text(text) {}
+
+    bool Next(char* szToken, std::size_t nSize)
+    {
+        std::memset(szToken, 0, nSize);
+        while (m_nAt < m_text.size() && CrtIsSpace(static_cast<unsigned char>(m_text[m_nAt])))
+            ++m_nAt;
+        if (m_nAt >= m_text.size())
+            return false;
+        std::size_t nCopied = 0;
+        while (m_nAt < m_text.size() && nCopied + 1 < nSize &&
+               !CrtIsSpace(static_cast<unsigned char>(m_text[m_nAt])))
+            szToken[nCopied++] = m_text[m_nAt++];
+        return true;
+    }
+
+private:
+    const std::string& m_text;
+    std::size_t m_nAt = 0;
+};
+
+void ReportNotFound(int bLogFile, const char* szMessage)
+{
+    if (bLogFile)
+        LogMsgSave("%s", szMessage);
+    else
+        DebugStrOut("%s", szMessage);
+}
+
+int IniValueGet(const char* szIniFile, const char* szTitle, const char* szSubtitle, const ValueTarget& target,
+                int bLogFile)
+{
+    std::string strText;
+    if (!PlatformReadFile(szIniFile, strText))
+        return 0;
+
+    char szSection[256];
+    SafeSprintf(szSection, sizeof(szSection), "[%s]", szTitle);
+    char szKey[256];
+    SafeSprintf(szKey, sizeof(szKey), "%s=", szSubtitle);
+
+    CTokenReader tokens(strText);
+    char szToken[1024];
+    bool bFound = false;
+    bool bInSection = false;
+    while (!bInSection && tokens.Next(szToken, sizeof(szToken)))
+        bInSection = CrtCompareNoCase(szToken, szSection) == 0;
+    while (bInSection && !bFound && tokens.Next(szToken, sizeof(szToken))) {
+        if (HoldsSectionBrackets(szToken))
+            break;
+        bFound = ScanKeyValue(szToken, szKey, target) != SCAN_NO_MATCH;
+    }
+    if (!bFound) {
+        char szMessage[1024];
+        SafeSprintf(szMessage, sizeof(szMessage), "Error: [%s] %s not found in %s.", szTitle, szSubtitle,
+                    szIniFile);
+        ReportNotFound(bLogFile, szMessage);
+    }
+    return bFound ? 1 : 0;
+}
+
+int MemIniValueGet(const char* pImage, unsigned nLength, const char* szTitle, const char* szSubtitle,
+                   const ValueTarget& target, int bLogFile, const char* szCaller)
+{
+    char szSection[256];
+    SafeSprintf(szSection, sizeof(szSection), "[%s]", szTitle);
+    char szKey[256];
+    SafeSprintf(szKey, sizeof(szKey), "%s=", szSubtitle);
+
+    unsigned nPos = 0;
+    char szLine[1024];
+    bool bInSection = false;
+    while (!bInSection && MemIniReadLine(pImage, nLength, &nPos, szLine, sizeof(szLine)))
+        bInSection = CrtCompareNoCase(szLine, szSection) == 0;
+    while (bInSection && MemIniReadLine(pImage, nLength, &nPos, szLine, sizeof(szLine))) {
+        if (HoldsSectionBrackets(szLine))
+            break;
+        if (ScanKeyValue(szLine, szKey, target) != SCAN_NO_MATCH)
+            return 1;
+    }
+    char szMessage[1024];
+    SafeSprintf(szMessage, sizeof(szMessage), "Error: [%s] %s not found in %s.", szTitle, szSubtitle, szCaller);
+    ReportNotFound(bLogFile, szMessage);
+    return 0;
+}
+
+}  // namespace
+
+int IniDataGet(const char* szIniFile, const char* szTitle, const char* szSubtitle, int* pData, int bLogFile)
+{
+    if (szIniFile == nullptr || szTitle == nullptr || szSubtitle == nullptr)
+        return 0;
+    ValueTarget target;
+    target.pInt = pData;
+    return IniValueGet(szIniFile, szTitle, szSubtitle, target, bLogFile);
+}
+
+int IniStrGet(const char* szIniFile, const char* szTitle, const char* szSubtitle, char* szData, int bLogFile,
+              int nDataSize)
+{
+    if (szIniFile == nullptr || szTitle == nullptr || szSubtitle == nullptr || szData == nullptr)
+        return 0;
+    ValueTarget target;
+    target.szText = szData;
+    target.nTextSize = nDataSize;
+    return IniValueGet(szIniFile, szTitle, szSubtitle, target, bLogFile);
+}
+
+int ProfileIntGet(const char* szIniFile, const char* szTitle, const char* szSubtitle, unsigned* pData)
+{
+    const unsigned kMissing = 444444;
+    char szPath[260];
+    SafeStrCopy(szPath, sizeof(szPath), PlatformJoinPath(PlatformCurrentDirectory(), szIniFile).c_str());
+    const unsigned nValue = PlatformGetPrivateProfileInt(szTitle, szSubtitle, static_cast<int>(kMissing), szPath);
+    if (pData != nullptr)
+        *pData = nValue;
+    if (nValue != kMissing)
+        return 1;
+    char szMessage[1024];
+    SafeSprintf(szMessage, sizeof(szMessage), "%s [%s] %s not found.", szIniFile, szTitle, szSubtitle);
+    PlatformDebugOutput(szMessage);
+    return 0;
+}
+
+bool MemIniReadLine(const char* pImage, unsigned nLength, unsigned* pPos, char* szOut, unsigned nOutSize)
+{
+    if (pImage == nullptr || szOut == nullptr || pPos == nullptr || nOutSize == 0 || *pPos >= nLength)
+        return false;
+    unsigned nCopied = 0;
+    bool bEnded = false;
+    while (nCopied < nOutSize) {
+        const char c = pImage[(*pPos)++];
+        szOut[nCopied++] = c;
+        if (c == '\n' || *pPos >= nLength) {
+            bEnded = true;
+            break;
+        }
+    }
+    if (!bEnded) {
+        // The line did not fit: cut it and report failure.
+        szOut[nOutSize - 1] = '\0';
+        return false;
+    }
+    // Over the line feed, or over the last real character of an unterminated
+    // last line, which is thereby lost.
+    szOut[nCopied - 1] = '\0';
+    if (nCopied >= 2 && szOut[nCopied - 2] == '\r')
+        szOut[nCopied - 2] = '\0';
+    return nCopied < nOutSize;
+}
+
+int MemIniStrGet(const char* pImage, unsigned nLength, const char* szTitle, const char* szSubtitle, char* szData,
+                 int bLogFile, int nDataSize)
+{
+    if (pImage == nullptr || szTitle == nullptr || szSubtitle == nullptr || szData == nullptr)
+        return 0;
+    ValueTarget target;
+    target.szText = szData;
+    target.nTextSize = nDataSize;
+    return MemIniValueGet(pImage, nLength, szTitle, szSubtitle, target, bLogFile, "MemIniStrGet");
+}
+
+int MemIniDataGet(const char* pImage, unsigned nLength, const char* szTitle, const char* szSubtitle, int* pData,
+                  int bLogFile)
+{
+    if (pImage == nullptr || szTitle == nullptr || szSubtitle == nullptr || pData == nullptr)
+        return 0;
+    ValueTarget target;
+    target.pInt = pData;
+    return MemIniValueGet(pImage, nLength, szTitle, szSubtitle, target, bLogFile, "MemIniDataGet");
+}
+
+bool SafeStrCopy(char* szOut, int nSize, const char* szSource)
+{
+    if (szOut == nullptr || szSource == nullptr)
+        return false;
+    if (nSize <= 0)
+        return true;  // nothing can be written; callers pass the true size
+    std::strncpy(szOut, szSource, static_cast<std::size_t>(nSize - 1));
+    szOut[nSize - 1] = '\0';
+    return true;
+}
+
+bool SafeSprintf(char* szOut, int nSize, const char* szFormat, ...)
+{
+    if (szOut == nullptr || szFormat == nullptr || nSize <= 0)
+        return false;
+    va_list args;
+    va_start(args, szFormat);
+    std::vsnprintf(szOut, static_cast<std::size_t>(nSize), szFormat, args);
+    va_end(args);
+    szOut[nSize - 1] = '\0';
+    return true;
+}

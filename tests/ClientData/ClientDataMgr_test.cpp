@@ -1,0 +1,5 @@
+#include "ClientData/ClientDataMgr.h"
+
+#include <gtest/gtest.h>
+
+TEST(ClientDataMgr, Placeholder) { SUCCEED(); }

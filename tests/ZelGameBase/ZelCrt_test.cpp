@@ -1,0 +1,5 @@
+#include "ZelGameBase/ZelCrt.h"
+
+#include <gtest/gtest.h>
+
+TEST(ZelCrt, Placeholder) { SUCCEED(); }
