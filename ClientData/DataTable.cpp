@@ -4,6 +4,14 @@
 
 namespace {
 TableRegistry* g_pTableRegistry = nullptr;
+TableDestroyObserverFn g_pfnDestroyObserver = nullptr;
+void* g_pDestroyObserverContext = nullptr;
+}  // namespace
+
+void SetTableDestroyObserver(TableDestroyObserverFn fn, void* pContext)
+{
+    g_pfnDestroyObserver = fn;
+    g_pDestroyObserverContext = pContext;
 }
 
 TableRegistry& TableRegistry::GetOrCreate()
@@ -22,6 +30,12 @@ void TableRegistry::Destroy()
 }
 
 CDataTable::CDataTable() { TableRegistry::GetOrCreate().Register(this); }
+
+CDataTable::~CDataTable()
+{
+    if (g_pfnDestroyObserver != nullptr)
+        g_pfnDestroyObserver(this, g_pDestroyObserverContext);
+}
 
 void CDataTable::SetDefer() { m_bDefer = true; }
 

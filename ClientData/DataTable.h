@@ -57,7 +57,7 @@ protected:
     // Registers the table in TableRegistry.
     CDataTable();
     // Releases the strings only; the registry is destroyed whole by the manager.
-    ~CDataTable() = default;
+    ~CDataTable();
     CDataTable(const CDataTable&) = delete;
     CDataTable& operator=(const CDataTable&) = delete;
 
@@ -65,6 +65,11 @@ protected:
     std::string m_strFileName;
     std::string m_strFilePath;
 };
+
+// Tools and tests may watch tables being destroyed (the manager destroys them
+// in reverse construction order); null, the default, watches nothing.
+using TableDestroyObserverFn = void (*)(CDataTable* pTable, void* pContext);
+void SetTableDestroyObserver(TableDestroyObserverFn fn, void* pContext);
 
 // The set of constructed tables ordered by address: since the manager embeds
 // its tables one after another in construction order, a walk visits them in

@@ -1,5 +1,233 @@
 #include "ClientData/ClientDataMgr.h"
 
+#include <atomic>
+#include <cstdlib>
+#include <map>
+#include <new>
+#include <vector>
+
 #include <gtest/gtest.h>
 
-TEST(ClientDataMgr, Placeholder) { SUCCEED(); }
+#include "Support/TestSupport.h"
+#include "Support/VtableCall.h"
+
+// Counts every allocation of the test program, so that tests can prove an
+// operation allocates nothing.
+namespace {
+std::atomic<long> g_nAllocations{0};
+}
+void* operator new(std::size_t nSize)
+{
+    ++g_nAllocations;
+    if (void* p = std::malloc(nSize ? nSize : 1))
+        return p;
+    throw std::bad_alloc();
+}
+void operator delete(void* p) noexcept { std::free(p); }
+void operator delete(void* p, std::size_t) noexcept { std::free(p); }
+
+namespace {
+
+class ClientDataMgrTest : public DataFolderTest {
+protected:
+    void TearDown() override
+    {
+        DestroyClientDataMgr();
+        DataFolderTest::TearDown();
+    }
+
+    CClientDataMgr* Mgr() { return static_cast<CClientDataMgr*>(QueryClientDataMgr()); }
+
+    // The slot of every table, by address.
+    std::map<const CDataTable*, int> SlotsByTable()
+    {
+        std::map<const CDataTable*, int> mapSlot;
+        for (int nSlot = kFirstTableSlot; nSlot <= kLastTableSlot; ++nSlot)
+            mapSlot[Mgr()->GetTableBySlot(nSlot)] = nSlot;
+        return mapSlot;
+    }
+
+    std::vector<int> RegistryWalk()
+    {
+        const std::map<const CDataTable*, int> mapSlot = SlotsByTable();
+        std::vector<int> setSlot;
+        for (CDataTable* pTable : TableRegistry::Get()->Tables())
+            setSlot.push_back(mapSlot.at(pTable));
+        return setSlot;
+    }
+
+    void StartUp()
+    {
+        Mgr()->LoadDeferList();
+        Mgr()->ReloadDeferred(false);
+        Mgr()->ReloadDeferred(true);
+    }
+};
+
+int g_nVersion = 100;
+int g_nVersionCalls = 0;
+int AnswerVersion()
+{
+    ++g_nVersionCalls;
+    return g_nVersion;
+}
+
+TEST_F(ClientDataMgrTest, RegistryWalksTablesInConstructionOrder)
+{
+    const std::vector<int> setWalk = RegistryWalk();
+    ASSERT_EQ(setWalk.size(), 197u);
+    EXPECT_TRUE(std::equal(setWalk.begin(), setWalk.end(), kConstructionOrder.nSlot));
+    auto position = [&](int nSlot) { return std::find(setWalk.begin(), setWalk.end(), nSlot) - setWalk.begin(); };
+    EXPECT_LT(position(16), position(15));
+    EXPECT_GT(position(75), position(118));
+    EXPECT_LT(position(204), position(203));
+    EXPECT_EQ(setWalk.front(), 9);
+    EXPECT_EQ(setWalk.back(), 205);
+}
+
+TEST_F(ClientDataMgrTest, DestructionRunsInReverseConstructionOrder)
+{
+    std::vector<int> setExpected = RegistryWalk();
+    std::reverse(setExpected.begin(), setExpected.end());
+    struct Watch {
+        std::map<const CDataTable*, int> mapSlot;
+        std::vector<int> setDestroyed;
+    } watch{SlotsByTable(), {}};
+    SetTableDestroyObserver(
+        [](CDataTable* pTable, void* pContext) {
+            Watch* pWatch = static_cast<Watch*>(pContext);
+            pWatch->setDestroyed.push_back(pWatch->mapSlot.at(pTable));
+        },
+        &watch);
+    DestroyClientDataMgr();
+    SetTableDestroyObserver(nullptr, nullptr);
+    EXPECT_EQ(watch.setDestroyed, setExpected);
+    EXPECT_EQ(TableRegistry::Get(), nullptr);
+}
+
+TEST_F(ClientDataMgrTest, AccessorsAreStableAndAllocateNothing)
+{
+    CClientDataMgr* pMgr = Mgr();
+    const long nBefore = g_nAllocations.load();
+    for (int nSlot = kFirstTableSlot; nSlot <= kLastTableSlot; ++nSlot) {
+        void* pTable = CallSlot<void*>(pMgr, nSlot);
+        EXPECT_EQ(pTable, CallSlot<void*>(pMgr, nSlot));
+        EXPECT_EQ(pTable, static_cast<void*>(pMgr->GetTableBySlot(nSlot))) << "slot " << nSlot;
+    }
+    EXPECT_EQ(g_nAllocations.load(), nBefore);
+    EXPECT_EQ(QueryClientDataMgr(), pMgr);
+    EXPECT_EQ(g_nAllocations.load(), nBefore);
+    // Nothing was read or logged by the accessors.
+    EXPECT_EQ(LogEntryCount(), 0);
+}
+
+TEST_F(ClientDataMgrTest, DeferListMarksBareNamesCaseInsensitively)
+{
+    WriteFile("DeferList.dat", "itemtype.DAT\r\nMAGICTYPE.INI extra fields\n; comment\nini/Npc.ini\nNoSuchTable.dat\n");
+    Mgr()->LoadDeferList();
+    std::vector<int> setMarked;
+    for (int nSlot = kFirstTableSlot; nSlot <= kLastTableSlot; ++nSlot)
+        if (Mgr()->GetTableBySlot(nSlot)->IsDefer())
+            setMarked.push_back(nSlot);
+    EXPECT_EQ(setMarked, (std::vector<int>{9, 11}));
+}
+
+TEST_F(ClientDataMgrTest, MissingDeferListMarksNothing)
+{
+    Mgr()->LoadDeferList();
+    for (int nSlot = kFirstTableSlot; nSlot <= kLastTableSlot; ++nSlot)
+        EXPECT_FALSE(Mgr()->GetTableBySlot(nSlot)->IsDefer());
+    EXPECT_EQ(LogEntryCount(), 0);
+}
+
+TEST_F(ClientDataMgrTest, ReloadDeferredResolvesPathsByVersion)
+{
+    WriteFile("DeferList.dat", "EquipSealExp.ini\n");
+    CDataTable* pMarked = Mgr()->GetTableBySlot(205);
+    CDataTable* pPlain = Mgr()->GetTableBySlot(204);
+    g_nVersion = 200;
+    g_nVersionCalls = 0;
+    Mgr()->SetVersionQuery(AnswerVersion);
+    Mgr()->SetVersionQuery(nullptr);  // ignored: the callback stays
+    StartUp();
+    EXPECT_EQ(pMarked->GetFilePath(), "ini/200/EquipSealExp_200.ini");
+    EXPECT_EQ(pPlain->GetFilePath(), "ini/ItemSealInfo.ini");
+    EXPECT_EQ(g_nVersionCalls, 1);  // only the marked table asks
+
+    g_nVersion = 100;
+    Mgr()->ReloadDeferred(true);
+    EXPECT_EQ(pMarked->GetFilePath(), "ini/EquipSealExp.ini");
+    EXPECT_EQ(g_nVersionCalls, 2);
+}
+
+TEST_F(ClientDataMgrTest, LoadAllRereadsLastBuiltPaths)
+{
+    WriteFile("ini/LevelExp.dat", "1 0 100\n2 100 250\n");
+    // Before any ReloadDeferred the resolving tables have no path.
+    Mgr()->LoadAll();
+    EXPECT_EQ(Mgr()->GetLoadedAmountBySlot(73), 0);
+    StartUp();
+    EXPECT_EQ(Mgr()->GetLoadedAmountBySlot(73), 2);
+    Mgr()->ClearAll();
+    EXPECT_EQ(Mgr()->GetLoadedAmountBySlot(73), 0);
+    Mgr()->LoadAll();
+    EXPECT_EQ(Mgr()->GetLoadedAmountBySlot(73), 2);
+}
+
+TEST_F(ClientDataMgrTest, EmptyFolderLoadsEveryTableEmpty)
+{
+    StartUp();
+    for (int nSlot = kFirstTableSlot; nSlot <= kLastTableSlot; ++nSlot)
+        EXPECT_EQ(Mgr()->GetLoadedAmountBySlot(nSlot), 0) << "slot " << nSlot;
+    // Every table reported its own fault.
+    EXPECT_GE(LogEntryCount(), 190);
+    IGenericTable* pMaps = Mgr()->GetGameMap();
+    EXPECT_EQ(pMaps->FindRecord(1000), -1);
+    EXPECT_STREQ(pMaps->GetRecordTitle(0), "");
+}
+
+struct StrResCase {
+    const char* szFile;
+    unsigned nId;
+    const char* szExpected;
+};
+
+TEST_F(ClientDataMgrTest, TextResourceLineRules)
+{
+    WriteFile("str.ini",
+              "12=a=b\n=x\n; 7=comment\nno equals sign\n5=\n8=carriage\r\n 9=blank before\nabc=letters\n");
+    WriteFile("more.ini", "12=override\n13=added");
+    Mgr()->LoadStrRes("str.ini");
+    Mgr()->LoadStrRes("more.ini");
+    const StrResCase kCases[] = {
+        {"override wins", 12, "override"}, {"empty key is 0", 0, "letters"},  // "abc" also reads as 0, later
+        {"comment", 7, ""},                {"empty text", 5, ""},
+        {"CR stays", 8, "carriage\r"},     {"blank before id", 9, "blank before"},
+        {"no final LF", 13, "added"},      {"never stored", 4242, ""},
+    };
+    for (const StrResCase& c : kCases)
+        EXPECT_STREQ(Mgr()->GetStrRes(c.nId), c.szExpected) << c.szFile;
+}
+
+TEST_F(ClientDataMgrTest, TextResourceFaults)
+{
+    Mgr()->LoadStrRes(nullptr);
+    Mgr()->LoadStrRes("");
+    EXPECT_EQ(LogEntryCount(), 0);
+    Mgr()->LoadStrRes("missing.ini");
+    EXPECT_EQ(LogText(), "can't open file:missing.ini -- Mon Mar 07 14:05:09 2011\n");
+    const long nBefore = g_nAllocations.load();
+    EXPECT_STREQ(Mgr()->GetStrRes(1), "");
+    EXPECT_EQ(g_nAllocations.load(), nBefore);
+}
+
+TEST_F(ClientDataMgrTest, DestroyWithoutManagerBuildsAndTearsDownOne)
+{
+    DestroyClientDataMgr();  // the fixture's manager was never created
+    EXPECT_EQ(TableRegistry::Get(), nullptr);
+    IClientDataMgr* pFresh = QueryClientDataMgr();
+    ASSERT_NE(pFresh, nullptr);
+    EXPECT_EQ(TableRegistry::Get()->Tables().size(), 197u);
+}
+
+}  // namespace

@@ -1,9 +1,154 @@
-// Drives the built shared library as the client does: through the two
-// exports and raw vtable slot indexes only.
+// Drives the built shared library as the client does: it is loaded at run
+// time, the manager comes from the export, and every operation is called by
+// its vtable slot index, never through the C++ headers.
 #include <dlfcn.h>
+
+#include <string>
 
 #include <gtest/gtest.h>
 
+#include "Support/TestSupport.h"
+#include "Support/VtableCall.h"
+
 namespace {
-TEST(ExportContract, Placeholder) { SUCCEED(); }
+
+// Manager slots.
+enum : int {
+    kLoadStrRes = 1,
+    kGetStrRes = 2,
+    kSetVersionQuery = 3,
+    kGetVersionQuery = 4,
+    kLoadDeferList = 5,
+    kLoadAll = 6,
+    kClearAll = 7,
+    kReloadDeferred = 8,
+};
+// Table base slots.
+enum : int { kTableLoad = 1, kTableClear = 2, kTableSetDefer = 3, kTableIsDefer = 4, kTableGetFileName = 6 };
+
+using QueryFn = void* (*)();
+using DestroyFn = void (*)();
+
+int Answer200() { return 200; }
+
+class ExportContractTest : public DataFolderTest {
+protected:
+    void SetUp() override
+    {
+        DataFolderTest::SetUp();
+        m_pLibrary = dlopen(CLIENTDATA_LIBRARY, RTLD_NOW | RTLD_LOCAL);
+        ASSERT_NE(m_pLibrary, nullptr) << dlerror();
+        m_pfnQuery = reinterpret_cast<QueryFn>(dlsym(m_pLibrary, "QueryClientDataMgr"));
+        m_pfnDestroy = reinterpret_cast<DestroyFn>(dlsym(m_pLibrary, "DestroyClientDataMgr"));
+        ASSERT_NE(m_pfnQuery, nullptr);
+        ASSERT_NE(m_pfnDestroy, nullptr);
+    }
+
+    void TearDown() override
+    {
+        if (m_pfnDestroy != nullptr)
+            m_pfnDestroy();
+        if (m_pLibrary != nullptr)
+            dlclose(m_pLibrary);
+        DataFolderTest::TearDown();
+    }
+
+    void* Table(void* pMgr, int nSlot) { return CallSlot<void*>(pMgr, nSlot); }
+
+    // The bare file name through slot 6; GCC passes the result's address
+    // ahead of the object.
+    std::string FileNameOf(void* pTable)
+    {
+        using Fn = void (*)(std::string*, void*);
+        void** pVtable = *static_cast<void***>(pTable);
+        std::string strName;
+        strName.~basic_string();
+        reinterpret_cast<Fn>(pVtable[kTableGetFileName])(&strName, pTable);
+        return strName;
+    }
+
+    void* m_pLibrary = nullptr;
+    QueryFn m_pfnQuery = nullptr;
+    DestroyFn m_pfnDestroy = nullptr;
+};
+
+TEST_F(ExportContractTest, LibraryExportsTheManagerOnce)
+{
+    void* pMgr = m_pfnQuery();
+    ASSERT_NE(pMgr, nullptr);
+    EXPECT_EQ(m_pfnQuery(), pMgr);
+    // Nothing but the two exports is visible.
+    EXPECT_EQ(dlsym(m_pLibrary, "LogSave"), nullptr);
+    EXPECT_EQ(dlsym(m_pLibrary, "_ZN14CClientDataMgr7LoadAllEv"), nullptr);
 }
+
+TEST_F(ExportContractTest, AccessorSlotsReachTheirTables)
+{
+    void* pMgr = m_pfnQuery();
+    EXPECT_EQ(FileNameOf(Table(pMgr, 9)), "ItemType.dat");
+    EXPECT_EQ(FileNameOf(Table(pMgr, 11)), "MagicType.ini");
+    EXPECT_EQ(FileNameOf(Table(pMgr, 154)), "NewNpc.ini");
+    EXPECT_EQ(FileNameOf(Table(pMgr, 205)), "EquipSealExp.ini");
+    EXPECT_EQ(FileNameOf(Table(pMgr, 151)), "");  // CommonIni reads a fixed path
+    for (int nSlot = 9; nSlot <= 205; ++nSlot)
+        EXPECT_EQ(Table(pMgr, nSlot), Table(pMgr, nSlot)) << "slot " << nSlot;
+}
+
+TEST_F(ExportContractTest, StartUpLoadsCommonIniThroughItsSlots)
+{
+    WriteFile("ini/Common.ini",
+              "[Playerface]\nMaleFaceAmount=12\nFemaleFaceAmount=10\n[EmblemAmount]\nEmblemAmount=40\n"
+              "[Statuary]\nLeaderScale=120\nLeaderMaxLife=5000\nAssistantScale=110\nAssistantMaxLife=3000\n"
+              "SubLeaderScale=105\nSubLeaderMaxLife=2000\n");
+    void* pMgr = m_pfnQuery();
+    CallSlot<void>(pMgr, kLoadDeferList);
+    CallSlot<void>(pMgr, kReloadDeferred, false);
+    CallSlot<void>(pMgr, kReloadDeferred, true);
+    void* pCommon = Table(pMgr, 151);
+    const int kExpected[9] = {12, 10, 120, 110, 105, 5000, 3000, 2000, 40};
+    for (int i = 0; i < 9; ++i)
+        EXPECT_EQ(CallSlot<int>(pCommon, 7 + i), kExpected[i]) << "slot " << 7 + i;
+}
+
+TEST_F(ExportContractTest, VersionDependentTablesFollowTheCallback)
+{
+    WriteFile("DeferList.dat", "itemtype.DAT\nini/GameMap.ini\n");
+    void* pMgr = m_pfnQuery();
+    EXPECT_EQ(CallSlot<void*>(pMgr, kGetVersionQuery), nullptr);
+    CallSlot<void>(pMgr, kSetVersionQuery, &Answer200);
+    CallSlot<void>(pMgr, kSetVersionQuery, static_cast<int (*)()>(nullptr));
+    EXPECT_EQ(CallSlot<void*>(pMgr, kGetVersionQuery), reinterpret_cast<void*>(&Answer200));
+
+    CallSlot<void>(pMgr, kLoadDeferList);
+    EXPECT_TRUE(CallSlot<bool>(Table(pMgr, 9), kTableIsDefer));
+    // Entries are bare names: one with a folder marks nothing.
+    EXPECT_FALSE(CallSlot<bool>(Table(pMgr, 13), kTableIsDefer));
+
+    CallSlot<void>(pMgr, kReloadDeferred, true);
+    EXPECT_NE(LogText().find("ini/200/ItemType_200.dat"), std::string::npos) << LogText();
+}
+
+TEST_F(ExportContractTest, TextResourcesThroughSlotsOneAndTwo)
+{
+    WriteFile("text.ini", "12=a=b\n;5=no\n5=\n");
+    void* pMgr = m_pfnQuery();
+    CallSlot<void>(pMgr, kLoadStrRes, "text.ini");
+    EXPECT_STREQ(CallSlot<const char*>(pMgr, kGetStrRes, 12u), "a=b");
+    EXPECT_STREQ(CallSlot<const char*>(pMgr, kGetStrRes, 5u), "");
+    EXPECT_STREQ(CallSlot<const char*>(pMgr, kGetStrRes, 99u), "");
+}
+
+TEST_F(ExportContractTest, SlotZeroDestroysTheManager)
+{
+    void* pMgr = m_pfnQuery();
+    CallSlot<void*>(pMgr, kClearAll);
+    // DestroyClientDataMgr goes through slot 0; afterwards a fresh manager
+    // is built on demand.
+    m_pfnDestroy();
+    void* pFresh = m_pfnQuery();
+    ASSERT_NE(pFresh, nullptr);
+    CallSlot<void>(pFresh, kLoadAll);
+    EXPECT_STREQ(CallSlot<const char*>(pFresh, kGetStrRes, 1u), "");
+}
+
+}  // namespace

@@ -17,7 +17,7 @@ protected:
 
     // Writes a file (creating its folders) relative to the working directory.
     void WriteFile(const std::string& strPath, const std::string& strContent);
-    // Everything the debug log received today, in order.
+    // Everything the debug log received (every file under debug/).
     std::string LogText() const;
     // The number of entries in today's log.
     int LogEntryCount() const;

@@ -1,0 +1,121 @@
+#include "ClientData/GenericTable.h"
+
+#include <gtest/gtest.h>
+
+#include "ClientData/Catalogue.h"
+#include "Support/TestSupport.h"
+#include "Support/VtableCall.h"
+
+namespace {
+
+class GenericTableTest : public DataFolderTest {
+protected:
+    void TearDown() override
+    {
+        TableRegistry::Destroy();
+        DataFolderTest::TearDown();
+    }
+};
+
+const CatalogueEntry kFixed{999, "Fixed", "ini\\Fixed.ini"};
+const CatalogueEntry kResolved{998, "Resolved", "Resolved.dat"};
+
+TEST_F(GenericTableTest, SectionedFileGivesOneRecordPerSection)
+{
+    WriteFile("ini/Fixed.ini",
+              "; header comment\r\n\r\n[1001]\r\nName = Sword of dawn \r\nLevel=12\r\nlevel=99\r\n"
+              "[1002]\r\nName=\xB5\xB6\r\n[1001]\r\nName=second\r\n[abc]\r\nKey=v\r\n");
+    CGenericTable table(kFixed);
+    EXPECT_EQ(table.GetFileName(), "");
+    table.Load();
+    ASSERT_EQ(table.GetKind(), IGenericTable::KIND_SECTIONS);
+    EXPECT_EQ(table.GetRecordAmount(), 4);
+    EXPECT_EQ(table.FindRecord(1001), 0);  // the first of two sections wins
+    EXPECT_EQ(table.FindRecord(1002), 1);
+    EXPECT_EQ(table.FindRecord(0), 3);     // a title without a number
+    EXPECT_EQ(table.FindRecord(7), -1);
+    EXPECT_STREQ(table.GetValueText(0, "name", ""), "Sword of dawn");
+    EXPECT_EQ(table.GetValueInt(0, "LEVEL", -1), 12);  // first occurrence
+    EXPECT_STREQ(table.GetValueText(1, "Name", ""), "\xB5\xB6");
+    EXPECT_STREQ(table.GetValueText(1, "Level", "none"), "none");
+    EXPECT_EQ(table.GetFieldAmount(0), 3);
+    EXPECT_STREQ(table.GetFieldText(0, 2), "99");
+    EXPECT_STREQ(table.GetRecordTitle(3), "abc");
+}
+
+TEST_F(GenericTableTest, ColumnFileGivesOneRecordPerLine)
+{
+    WriteFile("ini/Resolved.dat", "// id name value\n1 one 10\n2  two\n1 again 30\n;3 comment 0\n");
+    CGenericTable table(kResolved);
+    EXPECT_EQ(table.GetFileName(), "Resolved.dat");
+    table.BuildFilePath();
+    table.Load();
+    ASSERT_EQ(table.GetKind(), IGenericTable::KIND_COLUMNS);
+    EXPECT_EQ(table.GetRecordAmount(), 3);
+    EXPECT_EQ(table.FindRecord(1), 0);
+    EXPECT_EQ(table.GetFieldAmount(1), 3);  // two blanks make an empty field
+    EXPECT_STREQ(table.GetFieldText(1, 1), "");
+    EXPECT_EQ(table.GetFieldInt(2, 2, -1), 30);
+    EXPECT_EQ(table.GetFieldInt(2, 9, -1), -1);
+    EXPECT_STREQ(table.GetValueText(0, "one", "column"), "column");
+}
+
+TEST_F(GenericTableTest, QueriesThroughSlotsMissSafely)
+{
+    WriteFile("ini/Fixed.ini", "[5]\nA=1\n");
+    CGenericTable table(kFixed);
+    table.Load();
+    EXPECT_EQ(CallSlot<int>(&table, 7), 1);
+    EXPECT_EQ(CallSlot<int>(&table, 8, 5u), 0);
+    EXPECT_EQ(CallSlot<unsigned>(&table, 9, 0), 5u);
+    EXPECT_STREQ(CallSlot<const char*>(&table, 10, 0), "5");
+    EXPECT_EQ(CallSlot<int>(&table, 11, 0), 1);
+    EXPECT_STREQ(CallSlot<const char*>(&table, 12, 0, 0), "1");
+    EXPECT_EQ(CallSlot<int>(&table, 13, 0, 0, -1), 1);
+    EXPECT_STREQ(CallSlot<const char*>(&table, 14, 0, "a", "d"), "1");
+    EXPECT_EQ(CallSlot<int>(&table, 15, 0, "A", -1), 1);
+    EXPECT_EQ(CallSlot<int>(&table, 16), IGenericTable::KIND_SECTIONS);
+    // Misses: out-of-range indexes and absent keys.
+    for (int nIndex : {-1, 1, 1 << 30}) {
+        EXPECT_STREQ(table.GetRecordTitle(nIndex), "");
+        EXPECT_STREQ(table.GetFieldText(nIndex, 0), "");
+        EXPECT_EQ(table.GetValueInt(nIndex, "A", -7), -7);
+        EXPECT_EQ(table.GetRecordId(nIndex), 0u);
+    }
+    EXPECT_STREQ(table.GetValueText(0, nullptr, "d"), "d");
+}
+
+TEST_F(GenericTableTest, MissingFileLogsAndClearEmpties)
+{
+    CGenericTable table(kFixed);
+    table.Load();
+    EXPECT_EQ(LogText(), "error on open ini\\Fixed.ini. -- Mon Mar 07 14:05:09 2011\n");
+    EXPECT_EQ(table.GetKind(), IGenericTable::KIND_EMPTY);
+
+    WriteFile("ini/Fixed.ini", "1 2 3\n");
+    table.Load();
+    EXPECT_EQ(table.GetRecordAmount(), 1);
+    table.Clear();
+    EXPECT_EQ(table.GetRecordAmount(), 0);
+    EXPECT_EQ(table.FindRecord(1), -1);
+}
+
+TEST_F(GenericTableTest, BinaryGarbageNeverCrashes)
+{
+    std::string strGarbage;
+    unsigned nState = 12345;
+    for (int i = 0; i < 200000; ++i) {
+        nState = nState * 214013 + 2531011;
+        strGarbage.push_back(static_cast<char>(nState >> 16));
+    }
+    for (const std::string& strPrefix : {std::string("["), std::string("1 ")}) {
+        WriteFile("ini/Fixed.ini", strPrefix + strGarbage);
+        CGenericTable table(kFixed);
+        table.Load();
+        for (int i = 0; i < table.GetRecordAmount(); ++i)
+            table.GetValueText(i, "x", "");
+        SUCCEED();
+    }
+}
+
+}  // namespace
