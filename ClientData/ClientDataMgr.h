@@ -65,6 +65,8 @@ public:
     // For tools and tests, outside the client's interface:
     // the table of a slot as its base; null out of range.
     CDataTable* GetTableBySlot(int nSlot);
+    // The text resources as held.
+    const CStrRes& GetStrResTable() const { return m_strRes; }
     // How many records the table of a slot holds; -1 out of range.
     int GetLoadedAmountBySlot(int nSlot);
     // Called with each table just before the bulk operations load it.

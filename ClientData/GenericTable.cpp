@@ -155,3 +155,10 @@ int CGenericTable::GetValueInt(int nIndex, const char* szKey, int nDefault)
         return nDefault;
     return CrtAtoi(value.data());
 }
+
+const char* CGenericTable::GetFieldName(int nIndex, int nField)
+{
+    if (m_nKind != KIND_SECTIONS || !IsRecord(nIndex) || nField < 0 || nField >= GetFieldAmount(nIndex))
+        return "";
+    return m_sections.GetKeyAt(nIndex, nField).data();
+}

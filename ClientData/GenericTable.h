@@ -18,7 +18,7 @@
 
 struct CatalogueEntry;
 
-// Query slots 7 to 16, the same for every generic table. Indexes run from 0 to
+// Query slots 7 to 17, the same for every generic table. Indexes run from 0 to
 // GetRecordAmount() - 1; texts stay valid until the table's next Clear or Load.
 class IGenericTable : public CDataTable {
 public:
@@ -42,6 +42,8 @@ public:
     virtual const char* GetValueText(int nIndex, const char* szKey, const char* szDefault) = 0;  // slot 14
     virtual int GetValueInt(int nIndex, const char* szKey, int nDefault) = 0;                    // slot 15
     virtual int GetKind() = 0;                                                                    // slot 16
+    // The name of a value by position: a section's key; "" for column tables.
+    virtual const char* GetFieldName(int nIndex, int nField) = 0;  // slot 17
 
 protected:
     ~IGenericTable() = default;
@@ -66,6 +68,7 @@ public:
     const char* GetValueText(int nIndex, const char* szKey, const char* szDefault) override;
     int GetValueInt(int nIndex, const char* szKey, int nDefault) override;
     int GetKind() override { return m_nKind; }
+    const char* GetFieldName(int nIndex, int nField) override;
 
     std::size_t GetLoadedAmount() const { return m_setId.size(); }
 

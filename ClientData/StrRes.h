@@ -25,6 +25,7 @@ public:
     const char* Get(uint32_t nId) const;
 
     std::size_t GetAmount() const { return m_mapText.size(); }
+    const std::map<uint32_t, std::string>& Texts() const { return m_mapText; }
 
 private:
     std::map<uint32_t, std::string> m_mapText;

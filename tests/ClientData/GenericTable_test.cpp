@@ -75,6 +75,7 @@ TEST_F(GenericTableTest, QueriesThroughSlotsMissSafely)
     EXPECT_STREQ(CallSlot<const char*>(&table, 14, 0, "a", "d"), "1");
     EXPECT_EQ(CallSlot<int>(&table, 15, 0, "A", -1), 1);
     EXPECT_EQ(CallSlot<int>(&table, 16), IGenericTable::KIND_SECTIONS);
+    EXPECT_STREQ(CallSlot<const char*>(&table, 17, 0, 0), "A");
     // Misses: out-of-range indexes and absent keys.
     for (int nIndex : {-1, 1, 1 << 30}) {
         EXPECT_STREQ(table.GetRecordTitle(nIndex), "");

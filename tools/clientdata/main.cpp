@@ -1,62 +1,65 @@
-// clientdata: loads a client data folder as the game does and reports, table
-// by table, what was loaded and what went wrong.
+// clientdata: makes a client data folder visible and checkable without
+// starting the game.
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <string>
 
-#include "ClientData/IClientDataMgr.h"
-#include "LoadReport.h"
-
-#ifndef CLIENTDATA_SAMPLE_DIR
-#define CLIENTDATA_SAMPLE_DIR "data/sample"
-#endif
+#include "Commands.h"
 
 namespace {
 
-void PrintUsage(FILE* pOut)
-{
-    std::fprintf(pOut,
-                 "usage: clientdata [report] [DIR] [--version N]\n"
-                 "  report       load DIR (default: the bundled sample) as the client does at start\n"
-                 "               and print one line per table: slot, name, file, records, faults\n"
-                 "  --version N  answer N to the data-version question (100: standard set,\n"
-                 "               anything else: the ini/200/ set for version-dependent tables)\n");
-}
+const char kUsage[] =
+    "usage: clientdata [COMMAND] [ARGS]\n"
+    "commands:\n"
+    "  report [DIR] [--version N]   load DIR as the client does at start; one line per table:\n"
+    "                               slot, name, file, records, faults (the default command)\n"
+    "  get TABLE KEY... [--raw] [--dir DIR]\n"
+    "                               one record, every field by name (texts in UTF-8; --raw: bytes)\n"
+    "  export TABLE [--format json|csv] [--dir DIR]\n"
+    "                               the whole table\n"
+    "  lint [DIR] [--json]          data problems the loaders accept silently; exit 1 on errors\n"
+    "  diff DIR1 DIR2               records added, removed and changed, per table\n"
+    "  tables                       the table names get and export take\n"
+    "DIR defaults to the bundled sample data.\n";
+
+int RunTablesCommand();
 
 }  // namespace
 
 int main(int argc, char** argv)
 {
-    std::string strFolder = CLIENTDATA_SAMPLE_DIR;
-    LoadReportOptions options;
-    for (int i = 1; i < argc; ++i) {
-        if (std::strcmp(argv[i], "--help") == 0 || std::strcmp(argv[i], "-h") == 0) {
-            PrintUsage(stdout);
-            return 0;
-        }
-        if (std::strcmp(argv[i], "--version") == 0 && i + 1 < argc) {
-            options.bVersion = true;
-            options.nVersion = std::atoi(argv[++i]);
-        } else if (std::strcmp(argv[i], "report") == 0) {
-            continue;
-        } else if (argv[i][0] == '-') {
-            PrintUsage(stderr);
-            return 2;
-        } else {
-            strFolder = argv[i];
-        }
+    Arguments setArg(argv + 1, argv + argc);
+    if (!setArg.empty() && (setArg[0] == "--help" || setArg[0] == "-h" || setArg[0] == "help")) {
+        std::fputs(kUsage, stdout);
+        return 0;
     }
-    std::error_code error;
-    std::filesystem::current_path(strFolder, error);
-    if (error) {
-        std::fprintf(stderr, "clientdata: cannot enter %s: %s\n", strFolder.c_str(), error.message().c_str());
-        return 2;
+    std::string strCommand = "report";
+    if (!setArg.empty() && !setArg[0].empty() && setArg[0][0] != '-' &&
+        (setArg[0] == "report" || setArg[0] == "get" || setArg[0] == "export" || setArg[0] == "lint" ||
+         setArg[0] == "diff" || setArg[0] == "tables")) {
+        strCommand = setArg[0];
+        setArg.erase(setArg.begin());
     }
-    std::printf("data folder: %s\n", std::filesystem::current_path().string().c_str());
-    const std::vector<TableLoadLine> setLine = RunLoadReport(options);
-    PrintLoadReport(setLine, stdout);
-    DestroyClientDataMgr();
+    if (strCommand == "report")
+        return RunReportCommand(setArg);
+    if (strCommand == "get")
+        return RunGetCommand(setArg);
+    if (strCommand == "export")
+        return RunExportCommand(setArg);
+    if (strCommand == "lint")
+        return RunLintCommand(setArg);
+    if (strCommand == "diff")
+        return RunDiffCommand(setArg);
+    return RunTablesCommand();
+}
+
+#include "TableView.h"
+
+namespace {
+int RunTablesCommand()
+{
+    for (const TableViewDef* pView : AllTableViews())
+        std::printf("%-24s %s\n", pView->szName, pView->szKeyUsage);
     return 0;
 }
+}  // namespace
