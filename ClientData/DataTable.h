@@ -22,7 +22,7 @@
 template <class T>
 void* DestroyInPlace(T* pObject, unsigned int nFlags)
 {
-    pObject->~T();
+    pObject->T::~T();
     if (nFlags & 1)
         ::operator delete(static_cast<void*>(pObject));
     return pObject;

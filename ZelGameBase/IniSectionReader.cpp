@@ -26,8 +26,11 @@ bool ReadStream(const char* szPath, std::string& strText)
     std::size_t nRead;
     while ((nRead = std::fread(buffer, 1, sizeof(buffer), pFile)) > 0)
         strText.append(buffer, nRead);
+    const bool bOk = std::ferror(pFile) == 0;
     std::fclose(pFile);
-    return true;
+    if (!bOk)
+        strText.clear();
+    return bOk;
 }
 
 }  // namespace

@@ -11,56 +11,65 @@
 
 namespace {
 
-// Matches the literal "key=" of a key pattern at the start of text, as scanf
-// matches a format's literal part: white space in the pattern skips white
-// space in the input; the input running out first is the end-of-input
-// result, a different character a mismatch.
-ScanResult MatchLiteral(const char*& text, const char* szLiteral)
-{
-    const char* p = text;
-    for (const char* f = szLiteral; *f != '\0'; ++f) {
-        if (CrtIsSpace(static_cast<unsigned char>(*f))) {
-            while (CrtIsSpace(static_cast<unsigned char>(*p)))
-                ++p;
-            continue;
-        }
-        if (*p == '\0')
-            return SCAN_INPUT_END;
-        if (*p != *f)
-            return SCAN_NO_MATCH;
-        ++p;
-    }
-    text = p;
-    return SCAN_CONVERTED;
-}
-
-// What a key's value converts into.
+// How a key's value converts and where it goes: "%d" stores into pInt, "%s"
+// into szText (cut to nTextSize - 1). A null target still converts (and so
+// still decides "found"); it only stores nothing.
 struct ValueTarget {
-    int* pInt = nullptr;   // "%d"
-    char* szText = nullptr;  // "%s"
+    const char* szConversion = "%d";
+    int* pInt = nullptr;
+    char* szText = nullptr;
     int nTextSize = 0;
 };
 
-// Scans text with the pattern key "=" conversion; the scanf result.
-ScanResult ScanKeyValue(const char* text, const char* szKeyLiteral, const ValueTarget& target)
+ScanResult ScanConversion(const char*& text, char cConversion, const ValueTarget& target)
 {
-    const ScanResult literal = MatchLiteral(text, szKeyLiteral);
-    if (literal != SCAN_CONVERTED)
-        return literal;
-    if (target.pInt != nullptr) {
+    if (cConversion == 'd') {
         int32_t nValue = 0;
         const ScanResult result = CrtScanInt32(text, &nValue);
-        if (result == SCAN_CONVERTED)
+        if (result == SCAN_CONVERTED && target.pInt != nullptr)
             *target.pInt = nValue;
         return result;
     }
-    // Scan into a scratch buffer first so that the caller's buffer changes
-    // only on a conversion.
+    // Into a scratch buffer first: the caller's buffer changes only on a
+    // conversion. Tokens and lines are below 1024 bytes.
     char szWord[1024];
     const ScanResult result = CrtScanWord(text, szWord, sizeof(szWord));
-    if (result == SCAN_CONVERTED)
+    if (result == SCAN_CONVERTED && target.szText != nullptr)
         SafeStrCopy(target.szText, target.nTextSize, szWord);
     return result;
+}
+
+// Scans text with a key pattern such as "Amount=%d\n", as scanf reads its
+// format: white space skips white space, "%d" / "%s" convert, "%%" is a
+// percent sign, any other character must match. The result is what scanf
+// returns: a conversion, no match, or the end of the input reached before the
+// first conversion (so a text that is a proper prefix of "key=" counts).
+ScanResult ScanPattern(const char* text, const char* szPattern, const ValueTarget& target)
+{
+    bool bConverted = false;
+    for (const char* f = szPattern; *f != '\0'; ++f) {
+        if (CrtIsSpace(static_cast<unsigned char>(*f))) {
+            while (CrtIsSpace(static_cast<unsigned char>(*text)))
+                ++text;
+            continue;
+        }
+        if (f[0] == '%' && (f[1] == 'd' || f[1] == 's')) {
+            const ScanResult result = ScanConversion(text, *++f, target);
+            if (result != SCAN_CONVERTED)
+                return bConverted ? SCAN_CONVERTED : result;
+            bConverted = true;
+            continue;
+        }
+        if (f[0] == '%' && f[1] == '%')
+            ++f;
+        else if (f[0] == '%')
+            break;  // a pattern cut inside a conversion converts nothing more
+        if (*text == '\0')
+            return bConverted ? SCAN_CONVERTED : SCAN_INPUT_END;
+        if (*text++ != *f)
+            break;
+    }
+    return bConverted ? SCAN_CONVERTED : SCAN_NO_MATCH;
 }
 
 bool HoldsSectionBrackets(const char* szText)
@@ -110,8 +119,10 @@ int IniValueGet(const char* szIniFile, const char* szTitle, const char* szSubtit
 
     char szSection[256];
     SafeSprintf(szSection, sizeof(szSection), "[%s]", szTitle);
+    // The key pattern reads key, "=", the value and a line break; formatted
+    // into 256 bytes like the section pattern (a longer key is cut).
     char szKey[256];
-    SafeSprintf(szKey, sizeof(szKey), "%s=", szSubtitle);
+    SafeSprintf(szKey, sizeof(szKey), "%s=%s\n", szSubtitle, target.szConversion);
 
     CTokenReader tokens(strText);
     char szToken[1024];
@@ -122,7 +133,7 @@ int IniValueGet(const char* szIniFile, const char* szTitle, const char* szSubtit
     while (bInSection && !bFound && tokens.Next(szToken, sizeof(szToken))) {
         if (HoldsSectionBrackets(szToken))
             break;
-        bFound = ScanKeyValue(szToken, szKey, target) != SCAN_NO_MATCH;
+        bFound = ScanPattern(szToken, szKey, target) != SCAN_NO_MATCH;
     }
     if (!bFound) {
         char szMessage[1024];
@@ -139,7 +150,7 @@ int MemIniValueGet(const char* pImage, unsigned nLength, const char* szTitle, co
     char szSection[256];
     SafeSprintf(szSection, sizeof(szSection), "[%s]", szTitle);
     char szKey[256];
-    SafeSprintf(szKey, sizeof(szKey), "%s=", szSubtitle);
+    SafeSprintf(szKey, sizeof(szKey), "%s=%s", szSubtitle, target.szConversion);
 
     unsigned nPos = 0;
     char szLine[1024];
@@ -149,7 +160,7 @@ int MemIniValueGet(const char* pImage, unsigned nLength, const char* szTitle, co
     while (bInSection && MemIniReadLine(pImage, nLength, &nPos, szLine, sizeof(szLine))) {
         if (HoldsSectionBrackets(szLine))
             break;
-        if (ScanKeyValue(szLine, szKey, target) != SCAN_NO_MATCH)
+        if (ScanPattern(szLine, szKey, target) != SCAN_NO_MATCH)
             return 1;
     }
     char szMessage[1024];
@@ -175,6 +186,7 @@ int IniStrGet(const char* szIniFile, const char* szTitle, const char* szSubtitle
     if (szIniFile == nullptr || szTitle == nullptr || szSubtitle == nullptr || szData == nullptr)
         return 0;
     ValueTarget target;
+    target.szConversion = "%s";
     target.szText = szData;
     target.nTextSize = nDataSize;
     return IniValueGet(szIniFile, szTitle, szSubtitle, target, bLogFile);
@@ -229,6 +241,7 @@ int MemIniStrGet(const char* pImage, unsigned nLength, const char* szTitle, cons
     if (pImage == nullptr || szTitle == nullptr || szSubtitle == nullptr || szData == nullptr)
         return 0;
     ValueTarget target;
+    target.szConversion = "%s";
     target.szText = szData;
     target.nTextSize = nDataSize;
     return MemIniValueGet(pImage, nLength, szTitle, szSubtitle, target, bLogFile, "MemIniStrGet");

@@ -15,8 +15,10 @@
 // case-insensitive) and ends at a token holding both "[" and "]". A value is a
 // token that begins with exactly szSubtitle "=" (case-sensitive, a prefix
 // match); the first such token wins and its value converts as "%d" does.
-// A token that is a proper prefix of szSubtitle "=" (the bare key of a file
-// written "key = 5") also counts as found: true, *pData untouched.
+// A token on which the scan runs out of input before converting also counts
+// as found, with *pData untouched: a proper prefix of szSubtitle "=" (the
+// bare key of a file written "key = 5"), or "key=" / "key=-" with nothing
+// after. pData may be null: the search runs all the same.
 // Not found: "Error: [%s] %s not found in %s." goes to the debug log when
 // bLogFile is non-zero, else to the debugger output.
 // Returns 1 when found, 0 otherwise (also for null names or a missing file,
@@ -38,7 +40,9 @@ int ProfileIntGet(const char* szIniFile, const char* szTitle, const char* szSubt
 // The header line must equal "[szTitle]" as a whole (ASCII case-insensitive);
 // the section ends at a line holding both "[" and "]". A line matches when it
 // begins with szSubtitle "="; the value is the first word after it (leading
-// blanks skipped). The last character of an unterminated last line is lost,
+// blanks skipped). As in IniDataGet, a line on which the scan runs out of
+// input counts as found without storing; an empty line inside the section is
+// such a line. The last character of an unterminated last line is lost,
 // and a line of 1024 bytes or more ends the search: both are facts of the
 // format that data files rely on. Not found: "Error: [%s] %s not found in
 // MemIniStrGet." (or MemIniDataGet) to the log or the debugger output.

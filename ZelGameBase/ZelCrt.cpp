@@ -62,8 +62,9 @@ int DigitValue(char c, int nBase)
 }
 
 // The common part of the integer scans: white space, sign, optional "0x" for
-// base 16, digits accumulated modulo 2^64 (callers narrow).
-ScanResult ScanInteger(const char*& text, int nBase, bool bSigned, uint64_t& nValue)
+// base 16, digits accumulated modulo 2^64 (callers narrow). "%u" and "%x"
+// accept a sign too and negate, as the runtime does.
+ScanResult ScanInteger(const char*& text, int nBase, uint64_t& nValue)
 {
     const char* p = text;
     while (CrtIsSpace(static_cast<unsigned char>(*p)))
@@ -73,7 +74,10 @@ ScanResult ScanInteger(const char*& text, int nBase, bool bSigned, uint64_t& nVa
     bool bNegative = false;
     if (*p == '+' || *p == '-')
         bNegative = *p++ == '-';
-    (void)bSigned;  // "%u" and "%x" accept a sign too and negate
+    // A sign with nothing after it ran into the end of the input, which the
+    // runtime reports as such (a scan of "key=-" counts as "found").
+    if (*p == '\0')
+        return SCAN_INPUT_END;
     bool bDigits = false;
     if (nBase == 16 && p[0] == '0' && (p[1] == 'x' || p[1] == 'X')) {
         p += 2;
@@ -96,7 +100,7 @@ ScanResult ScanInteger(const char*& text, int nBase, bool bSigned, uint64_t& nVa
 ScanResult CrtScanInt32(const char*& text, int32_t* pValue)
 {
     uint64_t nValue = 0;
-    const ScanResult result = ScanInteger(text, 10, true, nValue);
+    const ScanResult result = ScanInteger(text, 10, nValue);
     if (result == SCAN_CONVERTED && pValue != nullptr)
         *pValue = static_cast<int32_t>(static_cast<uint32_t>(nValue));
     return result;
@@ -105,7 +109,7 @@ ScanResult CrtScanInt32(const char*& text, int32_t* pValue)
 ScanResult CrtScanUInt32(const char*& text, uint32_t* pValue)
 {
     uint64_t nValue = 0;
-    const ScanResult result = ScanInteger(text, 10, false, nValue);
+    const ScanResult result = ScanInteger(text, 10, nValue);
     if (result == SCAN_CONVERTED && pValue != nullptr)
         *pValue = static_cast<uint32_t>(nValue);
     return result;
@@ -114,7 +118,7 @@ ScanResult CrtScanUInt32(const char*& text, uint32_t* pValue)
 ScanResult CrtScanHex32(const char*& text, uint32_t* pValue)
 {
     uint64_t nValue = 0;
-    const ScanResult result = ScanInteger(text, 16, false, nValue);
+    const ScanResult result = ScanInteger(text, 16, nValue);
     if (result == SCAN_CONVERTED && pValue != nullptr)
         *pValue = static_cast<uint32_t>(nValue);
     return result;
@@ -123,7 +127,7 @@ ScanResult CrtScanHex32(const char*& text, uint32_t* pValue)
 ScanResult CrtScanInt64(const char*& text, int64_t* pValue)
 {
     uint64_t nValue = 0;
-    const ScanResult result = ScanInteger(text, 10, true, nValue);
+    const ScanResult result = ScanInteger(text, 10, nValue);
     if (result == SCAN_CONVERTED && pValue != nullptr)
         *pValue = static_cast<int64_t>(nValue);
     return result;

@@ -25,8 +25,9 @@ std::string PlatformCurrentDirectory();
 // Joins a directory and a file name with the platform's separator.
 std::string PlatformJoinPath(const std::string& strDir, const char* szName);
 
-// First entry of szDir matching szPattern ("*.ttf", "*" wildcard only, ASCII
-// case-insensitive as on Windows) in the order the system lists them.
+// First entry of szDir matching szPattern ("*.ttf"; "*" and "?" wildcards,
+// ASCII case-insensitive as on Windows), in the order the system lists them
+// (the POSIX half follows NTFS: upper-cased name order). False when none.
 bool PlatformFindFirstFile(const char* szDir, const char* szPattern, std::string& strName);
 
 // Creates one directory; failure (it exists, no rights) is ignored.

@@ -43,6 +43,21 @@ bool MatchPattern(const char* szPattern, const char* szName)
     return MatchPattern(szPattern + 1, szName + 1);
 }
 
+char ToUpper(char c) { return (c >= 'a' && c <= 'z') ? static_cast<char>(c - ('a' - 'A')) : c; }
+
+// NTFS name order: bytes compared with ASCII letters upper-cased; names equal
+// so fall back to plain byte order to stay deterministic.
+bool ListsBefore(const std::string& strA, const std::string& strB)
+{
+    for (std::size_t i = 0; i < strA.size() && i < strB.size(); ++i) {
+        const unsigned char a = static_cast<unsigned char>(ToUpper(strA[i]));
+        const unsigned char b = static_cast<unsigned char>(ToUpper(strB[i]));
+        if (a != b)
+            return a < b;
+    }
+    return strA.size() != strB.size() ? strA.size() < strB.size() : strA < strB;
+}
+
 }  // namespace
 
 FILE* PlatformOpenFile(const char* szPath, const char* szMode)
@@ -92,15 +107,18 @@ std::string PlatformJoinPath(const std::string& strDir, const char* szName)
 
 bool PlatformFindFirstFile(const char* szDir, const char* szPattern, std::string& strName)
 {
+    if (szDir == nullptr || szPattern == nullptr)
+        return false;
     DIR* pDir = opendir(NativePath(szDir).c_str());
     if (pDir == nullptr)
         return false;
+    // readdir lists in no fixed order; NTFS lists by upper-cased name, so the
+    // first match in that order is the one the client would see.
     bool bFound = false;
     while (dirent* pEntry = readdir(pDir)) {
-        if (MatchPattern(szPattern, pEntry->d_name)) {
+        if (MatchPattern(szPattern, pEntry->d_name) && (!bFound || ListsBefore(pEntry->d_name, strName))) {
             strName = pEntry->d_name;
             bFound = true;
-            break;
         }
     }
     closedir(pDir);

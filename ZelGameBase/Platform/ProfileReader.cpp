@@ -7,11 +7,14 @@
 
 namespace {
 
+// Blanks: space, tab, vertical tab, form feed (line breaks never reach here).
+bool IsBlank(char c) { return CrtIsSpace(static_cast<unsigned char>(c)); }
+
 std::string_view TrimBlanks(std::string_view text)
 {
-    while (!text.empty() && (text.front() == ' ' || text.front() == '\t'))
+    while (!text.empty() && IsBlank(text.front()))
         text.remove_prefix(1);
-    while (!text.empty() && (text.back() == ' ' || text.back() == '\t'))
+    while (!text.empty() && IsBlank(text.back()))
         text.remove_suffix(1);
     return text;
 }
@@ -51,9 +54,9 @@ int DigitIn(char c, unsigned nBase)
     unsigned nDigit = 99;
     if (c >= '0' && c <= '9')
         nDigit = static_cast<unsigned>(c - '0');
-    else if (c >= 'a' && c <= 'f')
+    else if (c >= 'a' && c <= 'z')
         nDigit = static_cast<unsigned>(c - 'a' + 10);
-    else if (c >= 'A' && c <= 'F')
+    else if (c >= 'A' && c <= 'Z')
         nDigit = static_cast<unsigned>(c - 'A' + 10);
     return nDigit < nBase ? static_cast<int>(nDigit) : -1;
 }
@@ -71,15 +74,15 @@ bool ProfileFindValue(const char* pText, std::size_t nLength, const char* szSect
         line = TrimBlanks(line);
         if (line.empty() || line.front() == ';')
             return true;
-        if (line.front() == '[') {
+        // A "[" line without any "]" is no header; Windows reads it as an
+        // entry line.
+        const std::size_t nClose = line.front() == '[' ? line.find(']') : std::string_view::npos;
+        if (nClose != std::string_view::npos) {
             if (state == INSIDE) {
                 state = AFTER;  // only the first section of that name is searched
                 return false;
             }
-            const std::size_t nClose = line.find(']');
-            const std::string_view name =
-                TrimBlanks(line.substr(1, nClose == std::string_view::npos ? std::string_view::npos : nClose - 1));
-            if (EqualNoCase(name, szSection))
+            if (EqualNoCase(TrimBlanks(line.substr(1, nClose - 1)), szSection))
                 state = INSIDE;
             return true;
         }
@@ -100,25 +103,25 @@ bool ProfileFindValue(const char* pText, std::size_t nLength, const char* szSect
 
 unsigned ProfileParseInt(const std::string& strValue, int nDefault)
 {
-    if (strValue.empty())
-        return static_cast<unsigned>(nDefault);
+    // The value is a C text to Windows: one that starts with a NUL is empty.
     const char* p = strValue.c_str();
+    if (*p == '\0')
+        return static_cast<unsigned>(nDefault);
     while (*p != '\0' && static_cast<unsigned char>(*p) <= 0x20)
         ++p;
     bool bNegative = false;
     if (*p == '+' || *p == '-')
         bNegative = *p++ == '-';
+    // The prefixes are lower case only: "0X10" is a decimal 0 stopped at "X".
     unsigned nBase = 10;
-    if (p[0] == '0' && (p[1] == 'x' || p[1] == 'X')) {
+    if (p[0] == '0' && p[1] == 'x')
         nBase = 16;
-        p += 2;
-    } else if (p[0] == '0' && (p[1] == 'o' || p[1] == 'O')) {
+    else if (p[0] == '0' && p[1] == 'o')
         nBase = 8;
-        p += 2;
-    } else if (p[0] == '0' && (p[1] == 'b' || p[1] == 'B')) {
+    else if (p[0] == '0' && p[1] == 'b')
         nBase = 2;
+    if (nBase != 10)
         p += 2;
-    }
     uint32_t nValue = 0;
     for (int nDigit; (nDigit = DigitIn(*p, nBase)) >= 0; ++p)
         nValue = nValue * nBase + static_cast<uint32_t>(nDigit);

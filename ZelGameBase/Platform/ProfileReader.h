@@ -3,7 +3,8 @@
 //
 // - section and key names match without regard to ASCII case;
 // - blanks are ignored before "[", inside the brackets, around key and value;
-// - a section name ends at the first "]";
+// - a section name ends at the first "]"; a "[" line without "]" is an
+//   entry line;
 // - a line whose first non-blank character is ";" is a comment;
 // - only the first of two same-named sections is searched; the first
 //   occurrence of a key wins; keys before the first section are unreachable;
@@ -19,10 +20,10 @@ bool ProfileFindValue(const char* pText, std::size_t nLength, const char* szSect
                       std::string& strValue);
 
 // Converts a value as Windows' integer parser with base 0: characters up to
-// 0x20 skipped, one sign, "0x"/"0o"/"0b" prefixes, digits accumulated into an
-// unsigned 32-bit number that wraps, stop at the first non-digit; a negative
-// value is its two's complement. An empty value gives nDefault, a non-empty
-// value without digits 0.
+// 0x20 skipped, one sign, "0x"/"0o"/"0b" prefixes (lower case only), digits
+// accumulated into an unsigned 32-bit number that wraps, stop at the first
+// non-digit; a negative value is its two's complement. An empty value gives
+// nDefault, a non-empty value without digits 0.
 unsigned ProfileParseInt(const std::string& strValue, int nDefault);
 
 // The whole GetPrivateProfileIntA over a file image.

@@ -1,0 +1,115 @@
+#include "ZelGameBase/DataFileReader.h"
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "Support/TestSupport.h"
+
+namespace {
+
+using Records = std::vector<std::vector<std::string>>;
+
+class DataFileReaderTest : public DataFolderTest {
+protected:
+    // Reads the file in one mode; every record as its list of fields.
+    Records Read(const std::string& strText, int nMode, char cSeparator = ' ')
+    {
+        WriteFile("t.dat", strText);
+        CDataFileReader reader;
+        EXPECT_TRUE(reader.Open("t.dat", nMode, cSeparator));
+        Records records;
+        for (int i = 0; i < reader.GetRecordAmount(); ++i) {
+            const CDataRow* pRow = reader.GetRecord(i);
+            records.emplace_back();
+            for (int j = 0; j < pRow->GetFieldAmount(); ++j)
+                records.back().push_back(pRow->GetStr(j, "?"));
+        }
+        return records;
+    }
+
+    // Both modes must agree; returns mode 1's records.
+    Records ReadBoth(const std::string& strText, char cSeparator = ' ')
+    {
+        const Records records = Read(strText, 0, cSeparator);
+        EXPECT_EQ(Read(strText, 1, cSeparator), records);
+        return records;
+    }
+};
+
+}  // namespace
+
+TEST_F(DataFileReaderTest, FiltersAndSplitsLinesTheSameInBothModes)
+{
+    const struct {
+        std::string strText;
+        Records expected;
+    } kCases[] = {
+        {"a  b\n", {{"a", "", "b"}}},
+        {"a b \r\n", {{"a", "b", ""}}},
+        {"; comment\n// comment\n\n\r\n \n", {{"", ""}}},  // a blank line is a record of two empty fields
+        {" x\n", {{"", "x"}}},
+        {"/\n/x /\n", {{"/"}, {"/x", "/"}}},               // one slash is no comment
+        {"1\t2 3\n", {{"1\t2", "3"}}},                      // only the separator splits; nothing is trimmed
+        {"last", {{"last"}}},                               // no final line feed
+        {"a\rb\n", {{"a\rb"}}},                             // a lone carriage return stays inside
+        {std::string("a b\0c d\ne\n", 10), {{"a", "b"}, {"e"}}},
+        {"", {}},
+        {"\xA1\xEF\xD2\xBB 7\n", {{"\xA1\xEF\xD2\xBB", "7"}}},
+    };
+    for (const auto& c : kCases)
+        EXPECT_EQ(ReadBoth(c.strText), c.expected) << c.strText;
+    EXPECT_EQ(ReadBoth("a,b,,c\n", ','), (Records{{"a", "b", "", "c"}}));
+}
+
+TEST_F(DataFileReaderTest, LongLinesArriveInPiecesOf2047)
+{
+    const std::string strLine = std::string(2047, 'a') + std::string(2047, 'b') + "c d";
+    const Records records = ReadBoth(strLine + "\n");
+    ASSERT_EQ(records.size(), 3u);
+    EXPECT_EQ(records[0], std::vector<std::string>{std::string(2047, 'a')});
+    EXPECT_EQ(records[1], std::vector<std::string>{std::string(2047, 'b')});
+    EXPECT_EQ(records[2], (std::vector<std::string>{"c", "d"}));
+    EXPECT_EQ(ReadBoth(std::string(100000, 'z')).size(), 49u);
+}
+
+TEST_F(DataFileReaderTest, FieldsByIndexWithDefaults)
+{
+    WriteFile("t.dat", "1001 12ab  -3 99999999999\n");
+    CDataFileReader reader;
+    ASSERT_TRUE(reader.Open("t.dat", 1, ' '));
+    const CDataRow* pRow = reader.GetRecord(0);
+    ASSERT_NE(pRow, nullptr);
+    const struct {
+        int nIndex;
+        const char* szText;
+        int nValue;
+    } kCases[] = {
+        {0, "1001", 1001}, {1, "12ab", 12}, {2, "", 0}, {3, "-3", -3}, {4, "99999999999", 2147483647},
+        {5, "def", -9},    {-1, "def", -9},
+    };
+    for (const auto& c : kCases) {
+        EXPECT_STREQ(pRow->GetStr(c.nIndex, "def"), c.szText) << c.nIndex;
+        EXPECT_EQ(pRow->GetInt(c.nIndex, -9), c.nValue) << c.nIndex;
+    }
+    EXPECT_EQ(reader.GetRecord(1), nullptr);
+    EXPECT_EQ(reader.GetRecord(-1), nullptr);
+}
+
+TEST_F(DataFileReaderTest, OpenFailsWithoutRecordsAndWithoutLog)
+{
+    WriteFile("t.dat", "a b\n");
+    std::filesystem::create_directory("folder.dat");
+    CDataFileReader reader;
+    ASSERT_TRUE(reader.Open("t.dat", 0, ' '));
+    EXPECT_FALSE(reader.Open("t.dat", 2, ' '));  // an unknown mode
+    EXPECT_EQ(reader.GetRecordAmount(), 0);
+    for (int nMode : {0, 1})
+        for (const char* szName : {"missing.dat", "folder.dat", static_cast<const char*>(nullptr)})
+            EXPECT_FALSE(reader.Open(szName, nMode, ' '));
+    EXPECT_EQ(LogEntryCount(), 0);
+    // Either slash style names a folder.
+    WriteFile("ini/x.dat", "1\n");
+    EXPECT_TRUE(reader.Open("ini\\x.dat", 0, ' '));
+    EXPECT_EQ(reader.GetRecordAmount(), 1);
+}

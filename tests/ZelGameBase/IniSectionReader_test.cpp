@@ -1,0 +1,128 @@
+#include "ZelGameBase/IniSectionReader.h"
+
+#include <cstdio>
+#include <string>
+
+#include "Support/TestSupport.h"
+#include "ZelGameBase/Platform/Platform.h"
+
+namespace {
+
+const char kText[] =
+    "Loose=1\n"  // before the first section: belongs to none
+    "[ Magic ]\r\n"
+    "  Name = Fire Ball  \r\n"
+    "name=second\n"
+    "; Power=1\n"
+    "// Power=2\n"
+    "Power=12ab\n"
+    "Big=99999999999\n"
+    "Path=a=b\n"
+    "Empty=\n"
+    "NoEqualSign\n"
+    "[Other]]x\r"
+    "Power=3\r"
+    "[MAGIC]\n"
+    "Power=4";
+
+const char kNulText[] = "[A\0B]\nK\0=1\nK=2";
+
+class IniSectionReaderTest : public DataFolderTest {};
+
+}  // namespace
+
+TEST_F(IniSectionReaderTest, ListsSectionsAndKeysInFileOrder)
+{
+    CIniSectionReader reader;
+    reader.OpenText(kText);
+    ASSERT_EQ(reader.GetSectionAmount(), 3);
+    EXPECT_EQ(reader.GetTitle(0), "Magic");
+    EXPECT_EQ(reader.GetTitle(1), "Other");
+    EXPECT_EQ(reader.GetTitle(2), "MAGIC");  // a repeated title is a section of its own
+    EXPECT_EQ(reader.FindSection("magic"), 0);
+    EXPECT_EQ(reader.FindSection("OTHER"), 1);
+    EXPECT_EQ(reader.FindSection("Loose"), -1);
+    const char* kKeys[] = {"Name", "name", "Power", "Big", "Path", "Empty"};
+    ASSERT_EQ(reader.GetKeyAmount(0), 6);
+    for (int i = 0; i < 6; ++i)
+        EXPECT_EQ(reader.GetKeyAt(0, i), kKeys[i]);
+    EXPECT_STREQ(reader.GetValueAt(0, 0).data(), "Fire Ball");  // views are C texts too
+    EXPECT_EQ(reader.GetKeyAt(0, 6), "");
+    EXPECT_EQ(reader.GetKeyAmount(3), 0);
+}
+
+TEST_F(IniSectionReaderTest, LooksUpKeysInsideOneSection)
+{
+    CIniSectionReader reader;
+    reader.OpenText(kText);
+    const struct {
+        int nSection;
+        const char* szKey;
+        bool bFound;
+        const char* szText;
+        int nInt;
+    } kCases[] = {
+        {0, "NAME", true, "Fire Ball", 0},      // first occurrence wins, case folded
+        {0, "Power", true, "12ab", 12},         // comment lines hide the earlier ones
+        {0, "Big", true, "99999999999", 2147483647},
+        {0, "Path", true, "a=b", 0},            // the value is all after the first "="
+        {0, "Empty", true, "", 0},
+        {0, "NoEqualSign", false, "", -1},
+        {0, "Loose", false, "", -1},
+        {1, "Power", true, "3", 3},             // lone carriage returns end lines
+        {2, "Power", true, "4", 4},
+        {5, "Power", false, "", -1},
+    };
+    for (const auto& c : kCases) {
+        char szText[64] = "";
+        EXPECT_EQ(reader.GetText(c.nSection, c.szKey, szText, sizeof(szText)), c.bFound) << c.szKey;
+        EXPECT_STREQ(szText, c.szText) << c.szKey;
+        EXPECT_EQ(reader.GetInt(c.nSection, c.szKey, -1), c.nInt) << c.szKey;
+    }
+    char szSmall[5];
+    EXPECT_TRUE(reader.GetText(0, "Name", szSmall, sizeof(szSmall)));
+    EXPECT_STREQ(szSmall, "Fire");
+}
+
+TEST_F(IniSectionReaderTest, BothFlagsReadTheFileOnceWithTheSameResult)
+{
+    WriteFile("ini/t.ini", kText);
+    for (int nFlag : {0, 1}) {
+        CIniSectionReader reader;
+        const unsigned long nBefore = PlatformReadFileCount();
+        ASSERT_TRUE(reader.Open("ini\\t.ini", nFlag));
+        const unsigned long nAfterOpen = PlatformReadFileCount();
+        if (nFlag == 1) {
+            EXPECT_EQ(nAfterOpen - nBefore, 1ul);
+        }
+        // Every key is answered from memory: the file may even be gone.
+        std::rename("ini/t.ini", "ini/gone.ini");
+        const int nSection = reader.FindSection("Magic");
+        for (int i = 0; i < reader.GetKeyAmount(nSection); ++i) {
+            std::string_view value;
+            EXPECT_TRUE(reader.GetValue(nSection, std::string(reader.GetKeyAt(nSection, i)).c_str(), value));
+        }
+        EXPECT_EQ(reader.GetInt(nSection, "Power", 0), 12) << nFlag;
+        EXPECT_EQ(reader.GetSectionAmount(), 3) << nFlag;
+        EXPECT_EQ(PlatformReadFileCount(), nAfterOpen);
+        std::rename("ini/gone.ini", "ini/t.ini");
+    }
+}
+
+TEST_F(IniSectionReaderTest, BadInputNeverCrashes)
+{
+    CIniSectionReader reader;
+    EXPECT_FALSE(reader.Open("missing.ini", 0));
+    EXPECT_FALSE(reader.Open("missing.ini", 1));
+    EXPECT_EQ(reader.GetSectionAmount(), 0);
+    reader.OpenText(std::string("\xFF\xFE\x00\x01[\x80]", 7));
+    EXPECT_EQ(reader.GetInt(0, "K", 3), 3);
+    reader.OpenText("[S]\nK=" + std::string(100000, 'v'));
+    std::string_view value;
+    EXPECT_TRUE(reader.GetValue(0, "K", value));
+    EXPECT_EQ(value.size(), 100000u);
+    EXPECT_FALSE(reader.GetText(0, "K", nullptr, 0));
+    reader.OpenText(std::string(kNulText, sizeof(kNulText) - 1));
+    EXPECT_EQ(reader.GetInt(0, "K", 0), 2);  // "K\0" is a different key
+    EXPECT_EQ(reader.FindSection("A"), -1);  // the title is "A\0B"
+}
