@@ -24,8 +24,13 @@ std::vector<std::string> ReadDeferList()
     CDataFileReader reader;
     if (!reader.Open("DeferList.dat", 1, ' '))
         return setName;
-    for (int i = 0; i < reader.GetRecordAmount(); ++i)
-        setName.push_back(LowerAscii(reader.GetRecord(i)->GetStr(0, "")));
+    for (int i = 0; i < reader.GetRecordAmount(); ++i) {
+        // An empty entry (a line that begins with a blank) would equal the
+        // empty name of every fixed-path table, which can never be marked.
+        std::string strName = LowerAscii(reader.GetRecord(i)->GetStr(0, ""));
+        if (!strName.empty())
+            setName.push_back(std::move(strName));
+    }
     return setName;
 }
 

@@ -123,7 +123,8 @@ TEST_F(ClientDataMgrTest, AccessorsAreStableAndAllocateNothing)
 
 TEST_F(ClientDataMgrTest, DeferListMarksBareNamesCaseInsensitively)
 {
-    WriteFile("DeferList.dat", "itemtype.DAT\r\nMAGICTYPE.INI extra fields\n; comment\nini/Npc.ini\nNoSuchTable.dat\n");
+    WriteFile("DeferList.dat",
+              "itemtype.DAT\r\nMAGICTYPE.INI extra fields\n; comment\nini/Npc.ini\nNoSuchTable.dat\n blank first\n");
     Mgr()->LoadDeferList();
     std::vector<int> setMarked;
     for (int nSlot = kFirstTableSlot; nSlot <= kLastTableSlot; ++nSlot)

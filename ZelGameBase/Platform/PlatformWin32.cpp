@@ -1,0 +1,167 @@
+// Win32 half of the platform layer: the system's own services, called as the
+// client's library calls them (ANSI entry points, either slash accepted by
+// the system itself).
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#ifndef NOMINMAX
+#define NOMINMAX
+#endif
+#include <windows.h>
+
+#include <cstring>
+#include <ctime>
+
+#include "ZelGameBase/Platform/Platform.h"
+
+namespace {
+
+volatile LONG g_nReadFileCount = 0;
+// Statically initialised, so that the sink can be used from static
+// initialisers and from any thread without a set-up call.
+SRWLOCK g_sinkLock = SRWLOCK_INIT;
+DebugSinkFn g_pfnDebugSink = nullptr;
+void* g_pDebugSinkContext = nullptr;
+
+// The mode with "t" dropped and "b" added when the file is only read: the
+// readers see the bytes the file holds (a CR before a LF, a Ctrl-Z) on every
+// platform. Writing modes keep the system's text convention.
+std::string ReadModeOf(const char* szMode)
+{
+    std::string strMode;
+    bool bBinary = false;
+    for (const char* p = szMode; *p != '\0'; ++p) {
+        if (*p == 't')
+            continue;
+        bBinary = bBinary || *p == 'b';
+        strMode += *p;
+    }
+    if (!bBinary)
+        strMode += 'b';
+    return strMode;
+}
+
+}  // namespace
+
+FILE* PlatformOpenFile(const char* szPath, const char* szMode)
+{
+    if (szPath == nullptr || szMode == nullptr)
+        return nullptr;
+    const bool bReadOnly = szMode[0] == 'r' && std::strchr(szMode, '+') == nullptr;
+    return std::fopen(szPath, bReadOnly ? ReadModeOf(szMode).c_str() : szMode);
+}
+
+bool PlatformReadFile(const char* szPath, std::string& data)
+{
+    InterlockedIncrement(&g_nReadFileCount);
+    data.clear();
+    if (szPath == nullptr)
+        return false;
+    HANDLE hFile = CreateFileA(szPath, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                               FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (hFile == INVALID_HANDLE_VALUE)
+        return false;
+    bool bOk = false;
+    const DWORD nSize = GetFileSize(hFile, nullptr);
+    if (nSize != INVALID_FILE_SIZE) {
+        data.resize(nSize);
+        DWORD nDone = 0;
+        bOk = true;
+        while (bOk && nDone < nSize) {
+            DWORD nRead = 0;
+            bOk = ReadFile(hFile, &data[nDone], nSize - nDone, &nRead, nullptr) != FALSE && nRead > 0;
+            nDone += nRead;
+        }
+    }
+    CloseHandle(hFile);
+    if (!bOk)
+        data.clear();
+    return bOk;
+}
+
+unsigned long PlatformReadFileCount() { return static_cast<unsigned long>(g_nReadFileCount); }
+
+std::string PlatformCurrentDirectory()
+{
+    char szDir[MAX_PATH + 1];
+    const DWORD nLength = GetCurrentDirectoryA(sizeof(szDir), szDir);
+    if (nLength == 0 || nLength >= sizeof(szDir))
+        return std::string();
+    std::string strDir(szDir, nLength);
+    // A drive root comes with its separator ("C:\").
+    if (!strDir.empty() && (strDir.back() == '\\' || strDir.back() == '/'))
+        strDir.pop_back();
+    return strDir;
+}
+
+std::string PlatformJoinPath(const std::string& strDir, const char* szName)
+{
+    return strDir + "\\" + (szName != nullptr ? szName : "");
+}
+
+bool PlatformFindFirstFile(const char* szDir, const char* szPattern, std::string& strName)
+{
+    if (szDir == nullptr || szPattern == nullptr)
+        return false;
+    const std::string strSearch = std::string(szDir) + "\\" + szPattern;
+    WIN32_FIND_DATAA found;
+    HANDLE hFind = FindFirstFileA(strSearch.c_str(), &found);
+    if (hFind == INVALID_HANDLE_VALUE)
+        return false;
+    strName = found.cFileName;
+    FindClose(hFind);
+    return true;
+}
+
+void PlatformMakeDirectory(const char* szPath)
+{
+    if (szPath != nullptr)
+        CreateDirectoryA(szPath, nullptr);
+}
+
+bool PlatformAppendText(const char* szPath, const char* szText)
+{
+    FILE* pFile = PlatformOpenFile(szPath, "a+");
+    if (pFile == nullptr)
+        return false;
+    std::fputs(szText, pFile);
+    std::fclose(pFile);
+    return true;
+}
+
+LocalTime PlatformLocalTime()
+{
+    const time_t now = std::time(nullptr);
+    // The runtime keeps localtime's result per thread.
+    const struct tm* pLocal = std::localtime(&now);
+    if (pLocal == nullptr)
+        return LocalTime{1970, 1, 1, 0, 0, 0, 4};
+    return LocalTime{pLocal->tm_year + 1900, pLocal->tm_mon + 1, pLocal->tm_mday, pLocal->tm_hour,
+                     pLocal->tm_min,         pLocal->tm_sec,     pLocal->tm_wday};
+}
+
+void PlatformSetDebugSink(DebugSinkFn fn, void* pContext)
+{
+    AcquireSRWLockExclusive(&g_sinkLock);
+    g_pfnDebugSink = fn;
+    g_pDebugSinkContext = pContext;
+    ReleaseSRWLockExclusive(&g_sinkLock);
+}
+
+void PlatformDebugOutput(const char* szText)
+{
+    if (szText == nullptr)
+        return;
+    AcquireSRWLockExclusive(&g_sinkLock);
+    if (g_pfnDebugSink != nullptr)
+        g_pfnDebugSink(szText, g_pDebugSinkContext);
+    ReleaseSRWLockExclusive(&g_sinkLock);
+    OutputDebugStringA(szText);
+}
+
+unsigned PlatformGetPrivateProfileInt(const char* szSection, const char* szKey, int nDefault, const char* szPath)
+{
+    if (szSection == nullptr || szKey == nullptr || szPath == nullptr)
+        return static_cast<unsigned>(nDefault);
+    return GetPrivateProfileIntA(szSection, szKey, nDefault, szPath);
+}

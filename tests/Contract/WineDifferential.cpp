@@ -1,0 +1,308 @@
+// Differential checks, run on Windows (or Wine): the foundation's portable
+// versions of system behaviours against the system's own.
+//   - the private-profile integer reader against GetPrivateProfileIntA;
+//   - the scanf-style scanners against the C runtime's sscanf ("%d", "%u",
+//     "%x", "%I64d"), called in msvcrt.dll itself, not through MinGW's own
+//     stdio;
+//   - the ctime text against the runtime's ctime;
+//   - the portable rand sequence against the runtime's srand / rand.
+// Prints one line per disagreement and a summary; exits 1 on any
+// disagreement that is not a known difference of Wine from Windows.
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#include <windows.h>
+
+#include <cinttypes>
+#include <cstdio>
+#include <cstring>
+#include <ctime>
+#include <string>
+
+#include "ZelGameBase/EncryptData.h"
+#include "ZelGameBase/Platform/ProfileReader.h"
+#include "ZelGameBase/ZelCrt.h"
+
+namespace {
+
+int g_nCases = 0;
+int g_nFailures = 0;
+int g_nKnown = 0;
+
+void Report(bool bAgree, bool bKnownWineDifference, const std::string& strWhat)
+{
+    ++g_nCases;
+    if (bAgree)
+        return;
+    if (bKnownWineDifference) {
+        ++g_nKnown;
+        std::printf("known Wine difference: %s\n", strWhat.c_str());
+        return;
+    }
+    ++g_nFailures;
+    std::printf("DIFFERENT: %s\n", strWhat.c_str());
+}
+
+// ---- private profile --------------------------------------------------
+
+struct ProfileCase {
+    const char* szText;
+    const char* szSection;
+    const char* szKey;
+    int nDefault;
+    // Where Wine's reader is known to part from Windows' (our emulation
+    // follows Windows): reported, not failed.
+    bool bKnownWineDifference;
+};
+
+const ProfileCase kProfileCases[] = {
+    {"[S]\nK=42\n", "S", "K", 7, false},
+    {"[Sec]\nKey=5\n", "sEC", "kEY", 7, false},
+    {"  [S]  \n  K  =  7  \n", "S", "K", 1, false},
+    {"[S]\nK=-5\n", "S", "K", 0, false},
+    {"[S]\nK=+5\n", "S", "K", 0, false},
+    {"[S]\nK=0x1f\n", "S", "K", 0, false},
+    {"[S]\nK=0o17\n", "S", "K", 0, false},
+    {"[S]\nK=0b101\n", "S", "K", 0, false},
+    {"[S]\nK=12abc\n", "S", "K", 0, false},
+    {"[S]\nK=abc\n", "S", "K", 9, false},
+    {"[S]\nK=\n", "S", "K", 9, false},
+    {"[S]\nK\n", "S", "K", 9, false},
+    {"[S]\nA=1\n", "S", "K", 9, false},
+    {"[T]\nK=1\n", "S", "K", 9, false},
+    {"[S]\nK=1\nK=2\n", "S", "K", 9, false},
+    {"[S]\nA=1\n[S]\nK=2\n", "S", "K", 9, false},
+    {"[S]\nK=\"15\"\n", "S", "K", 0, false},
+    {"[S]\nK='16'\n", "S", "K", 0, false},
+    {"[S]\nK=4294967296\n", "S", "K", 0, false},
+    {"[S]\nK=99999999999\n", "S", "K", 0, false},
+    {"[S]\nK=4294967295\n", "S", "K", 0, false},
+    {"[S]\rK=3\r", "S", "K", 0, false},
+    {"[S]\r\nK=4\r\n", "S", "K", 0, false},
+    {"[S]\n;K=5\nK=6\n", "S", "K", 0, false},
+    {"[S]\nK=\t8\t\n", "S", "K", 0, false},
+    {"[S]\nK=1 2\n", "S", "K", 0, false},
+    {"[S]\nK=- 5\n", "S", "K", 3, false},
+    {"[S]\nK=--5\n", "S", "K", 3, false},
+    {"[S]\nK=2\n", "S", "K", -1, false},
+    {"[S]\nA=2\n", "S", "K", -1, false},
+    {"[A]\nK=1\n[S]\nK=2\n[B]\nK=3\n", "S", "K", 0, false},
+    {"[S]K=5\nK=6\n", "S", "K", 0, false},
+    {"[S] ; note\nK=7\n", "S", "K", 0, false},
+    {"[S]\nK =  \"\" \n", "S", "K", 4, false},
+    {"[S]\nK=0x\n", "S", "K", 4, false},
+    {"[S]\nK=007\n", "S", "K", 0, false},
+    {"[S]\nK=-0x10\n", "S", "K", 0, false},
+    // Known ways in which Wine's reader differs from Windows'.
+    {"[S]\nK=0X1F\n", "S", "K", 0, true},
+    {"[S]\nK=000000000000000000000000000012\n", "S", "K", 0, true},
+    {"K=5\n[S]\nA=1\n", "", "K", 0, true},
+    {"[S]x]\nK=5\n", "S", "K", 0, true},
+    {"[S]\n;K=5\n", "S", ";K", 0, true},
+};
+
+std::string FullPath(const char* szName)
+{
+    char szPath[MAX_PATH];
+    const DWORD n = GetFullPathNameA(szName, sizeof(szPath), szPath, nullptr);
+    return n > 0 && n < sizeof(szPath) ? std::string(szPath, n) : std::string(szName);
+}
+
+void CheckProfile()
+{
+    int nIndex = 0;
+    for (const ProfileCase& c : kProfileCases) {
+        // A file of its own per case: the system caches the last profile read.
+        char szName[32];
+        std::snprintf(szName, sizeof(szName), "profile_%02d.ini", nIndex++);
+        FILE* pFile = std::fopen(szName, "wb");
+        if (pFile == nullptr)
+            continue;
+        std::fputs(c.szText, pFile);
+        std::fclose(pFile);
+        const std::string strPath = FullPath(szName);
+        const unsigned nSystem = GetPrivateProfileIntA(c.szSection, c.szKey, c.nDefault, strPath.c_str());
+        const unsigned nOurs = ProfileGetInt(c.szText, std::strlen(c.szText), c.szSection, c.szKey, c.nDefault);
+        char szWhat[160];
+        std::snprintf(szWhat, sizeof(szWhat), "profile %s [%s] %s: system %u, ours %u", szName, c.szSection, c.szKey,
+                      nSystem, nOurs);
+        Report(nSystem == nOurs, c.bKnownWineDifference, szWhat);
+        DeleteFileA(szName);
+    }
+    // A file that does not exist gives the default.
+    const unsigned nSystem = GetPrivateProfileIntA("S", "K", 444444, FullPath("no_such_profile.ini").c_str());
+    Report(nSystem == 444444u, false, "profile of a missing file: system " + std::to_string(nSystem));
+}
+
+// ---- scanf ------------------------------------------------------------
+
+using SscanfFn = int(__cdecl*)(const char*, const char*, ...);
+
+// Wine's scanf reports a matching failure (0) where Windows' runtime reports
+// the end of the input (EOF): blanks only, or a lone sign, before the end.
+bool IsWineScanEndCase(const char* szInput)
+{
+    const char* p = szInput;
+    while (CrtIsSpace(static_cast<unsigned char>(*p))) ++p;
+    if (*p == '+' || *p == '-')
+        ++p;
+    return *p == '\0' && *szInput != '\0';
+}
+
+const char* const kScanInputs[] = {
+    "123",
+    "  -45",
+    "+7",
+    "2147483647",
+    "2147483648",
+    "-2147483648",
+    "-2147483649",
+    "4294967295",
+    "4294967296",
+    "99999999999",
+    "-99999999999",
+    "abc",
+    "",
+    "   ",
+    "0x1F",
+    "1f",
+    "FFFFFFFF",
+    "100000000",
+    "1e5",
+    "-",
+    "+",
+    "--1",
+    "0012",
+    "12 34",
+    "\t\n8",
+    "9223372036854775807",
+    "9223372036854775808",
+    "-9223372036854775808",
+    "-9223372036854775809",
+    "18446744073709551616",
+    "123456789012345678901234567890",
+};
+
+std::string Quoted(const char* sz) { return std::string("\"") + sz + "\""; }
+
+void CheckScan(SscanfFn pfnSscanf)
+{
+    for (const char* szInput : kScanInputs) {
+        const bool bWineEnd = IsWineScanEndCase(szInput);
+        {
+            int32_t nSystem = 0, nOurs = 0;
+            int nUsedSystem = 0;
+            const int nRetSystem = pfnSscanf(szInput, "%d%n", &nSystem, &nUsedSystem);
+            const char* p = szInput;
+            const int nRetOurs = CrtScanInt32(p, &nOurs);
+            const bool bAgree =
+                nRetSystem == nRetOurs && (nRetOurs != 1 || (nSystem == nOurs && nUsedSystem == p - szInput));
+            Report(bAgree, bWineEnd,
+                   "%d of " + Quoted(szInput) + ": system " + std::to_string(nRetSystem) + "/" +
+                       std::to_string(nSystem) + "/" + std::to_string(nUsedSystem) + ", ours " +
+                       std::to_string(nRetOurs) + "/" + std::to_string(nOurs) + "/" + std::to_string(p - szInput));
+        }
+        {
+            uint32_t nSystem = 0, nOurs = 0;
+            int nUsedSystem = 0;
+            const int nRetSystem = pfnSscanf(szInput, "%u%n", &nSystem, &nUsedSystem);
+            const char* p = szInput;
+            const int nRetOurs = CrtScanUInt32(p, &nOurs);
+            const bool bAgree =
+                nRetSystem == nRetOurs && (nRetOurs != 1 || (nSystem == nOurs && nUsedSystem == p - szInput));
+            Report(bAgree, bWineEnd,
+                   "%u of " + Quoted(szInput) + ": system " + std::to_string(nRetSystem) + "/" +
+                       std::to_string(nSystem) + ", ours " + std::to_string(nRetOurs) + "/" + std::to_string(nOurs));
+        }
+        {
+            uint32_t nSystem = 0, nOurs = 0;
+            int nUsedSystem = 0;
+            const int nRetSystem = pfnSscanf(szInput, "%x%n", &nSystem, &nUsedSystem);
+            const char* p = szInput;
+            const int nRetOurs = CrtScanHex32(p, &nOurs);
+            const bool bAgree =
+                nRetSystem == nRetOurs && (nRetOurs != 1 || (nSystem == nOurs && nUsedSystem == p - szInput));
+            Report(bAgree, bWineEnd,
+                   "%x of " + Quoted(szInput) + ": system " + std::to_string(nRetSystem) + "/" +
+                       std::to_string(nSystem) + ", ours " + std::to_string(nRetOurs) + "/" + std::to_string(nOurs));
+        }
+        {
+            int64_t nSystem = 0, nOurs = 0;
+            int nUsedSystem = 0;
+            const int nRetSystem = pfnSscanf(szInput, "%I64d%n", &nSystem, &nUsedSystem);
+            const char* p = szInput;
+            const int nRetOurs = CrtScanInt64(p, &nOurs);
+            const bool bAgree =
+                nRetSystem == nRetOurs && (nRetOurs != 1 || (nSystem == nOurs && nUsedSystem == p - szInput));
+            Report(bAgree, bWineEnd,
+                   "%I64d of " + Quoted(szInput) + ": system " + std::to_string(nRetSystem) + "/" +
+                       std::to_string(nSystem) + ", ours " + std::to_string(nRetOurs) + "/" + std::to_string(nOurs));
+        }
+    }
+}
+
+// ---- ctime ------------------------------------------------------------
+
+void CheckCtime()
+{
+    const time_t kTimes[] = {0, 86399, 951782400, 1299506709, 1700000000, 2147483647};
+    for (time_t t : kTimes) {
+        const struct tm* pLocal = std::localtime(&t);
+        const char* szSystem = std::ctime(&t);
+        if (pLocal == nullptr || szSystem == nullptr)
+            continue;
+        const LocalTime local{pLocal->tm_year + 1900, pLocal->tm_mon + 1, pLocal->tm_mday, pLocal->tm_hour,
+                              pLocal->tm_min,         pLocal->tm_sec,     pLocal->tm_wday};
+        char szOurs[32];
+        CrtFormatCtime(local, szOurs);
+        Report(std::strcmp(szSystem, szOurs) == 0, false,
+               "ctime of " + std::to_string(static_cast<long long>(t)) + ": system " + szSystem + " ours " + szOurs);
+    }
+}
+
+// ---- rand -------------------------------------------------------------
+
+using SrandFn = void(__cdecl*)(unsigned);
+using RandFn = int(__cdecl*)();
+
+void CheckRand(SrandFn pfnSrand, RandFn pfnRand)
+{
+    const uint32_t kSeeds[] = {0, 1, 42, 0x2F6B1C95u, 0x7FFFFFFFu, 0x80000000u, 0xFFFFFFFFu, kEncryptDataSeed};
+    for (uint32_t nSeed : kSeeds) {
+        pfnSrand(nSeed);
+        CCrtRandom ours(nSeed);
+        int nFirstBad = -1;
+        for (int i = 0; i < 1000 && nFirstBad < 0; ++i)
+            if (pfnRand() != ours.Next())
+                nFirstBad = i;
+        Report(nFirstBad < 0, false,
+               "rand after srand(" + std::to_string(nSeed) + ") parts at call " + std::to_string(nFirstBad));
+    }
+}
+
+template <class Fn>
+Fn CrtFunction(HMODULE hCrt, const char* szName)
+{
+    return hCrt != nullptr ? reinterpret_cast<Fn>(reinterpret_cast<void*>(GetProcAddress(hCrt, szName))) : nullptr;
+}
+
+}  // namespace
+
+int main()
+{
+    CheckProfile();
+    // The runtime's own entry points, not MinGW's replacements.
+    HMODULE hCrt = GetModuleHandleA("msvcrt.dll");
+    const auto pfnSscanf = CrtFunction<SscanfFn>(hCrt, "sscanf");
+    const auto pfnSrand = CrtFunction<SrandFn>(hCrt, "srand");
+    const auto pfnRand = CrtFunction<RandFn>(hCrt, "rand");
+    if (pfnSscanf == nullptr || pfnSrand == nullptr || pfnRand == nullptr) {
+        Report(false, false, "msvcrt.dll sscanf, srand or rand not found");
+    } else {
+        CheckScan(pfnSscanf);
+        CheckRand(pfnSrand, pfnRand);
+    }
+    CheckCtime();
+    std::printf("%d cases: %d different, %d known Wine differences\n", g_nCases, g_nFailures, g_nKnown);
+    return g_nFailures == 0 ? 0 : 1;
+}
