@@ -23,8 +23,14 @@ void* operator new(std::size_t nSize)
         return p;
     throw std::bad_alloc();
 }
+void* operator new(std::size_t nSize, const std::nothrow_t&) noexcept
+{
+    ++g_nAllocations;
+    return std::malloc(nSize ? nSize : 1);
+}
 void operator delete(void* p) noexcept { std::free(p); }
 void operator delete(void* p, std::size_t) noexcept { std::free(p); }
+void operator delete(void* p, const std::nothrow_t&) noexcept { std::free(p); }
 
 namespace {
 
