@@ -1,5 +1,10 @@
 // Every table class the catalogue names; Catalogue.def needs them complete.
 #pragma once
 
+#include "ClientData/BattleTutorial.h"
 #include "ClientData/CommonIni.h"
 #include "ClientData/GenericTable.h"
+#include "ClientData/MonsterSpeakTable.h"
+#include "ClientData/MonsterTypeTable.h"
+#include "ClientData/NpcTypeInfo.h"
+#include "ClientData/NpcTypeInfoEx.h"

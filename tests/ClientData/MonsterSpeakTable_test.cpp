@@ -1,0 +1,145 @@
+#include "ClientData/MonsterSpeakTable.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "Support/TestSupport.h"
+#include "Support/VtableCall.h"
+
+namespace {
+
+class MonsterSpeakTableTest : public DataFolderTest {
+protected:
+    void TearDown() override
+    {
+        TableRegistry::Destroy();
+        DataFolderTest::TearDown();
+    }
+
+    const MonsterSpeakInfo* Load(const std::string& strSection)
+    {
+        WriteFile("ini/monsterspeak.ini", "[77]\n" + strSection);
+        m_table.Clear();
+        m_table.Load();
+        return m_table.GetMonsterSpeak(77);
+    }
+
+    CMonsterSpeakTable m_table;
+};
+
+struct ShareCase {
+    const char* szSection;
+    unsigned nShare;
+    int nOccasionProbability;
+    int nEntryAmount;
+};
+
+TEST_F(MonsterSpeakTableTest, DefaultShareAndOccasionProbability)
+{
+    const ShareCase kCases[] = {
+        // What is left of 1000 is shared by the lines without a probability.
+        {"AttackAmount=3\nAttack0=a\nAttackProbability0=500\nAttack1=b\nAttack2=c\nAttackProbability=40\n", 250, 40,
+         3},
+        // Nothing left: share 1.
+        {"AttackAmount=3\nAttack0=a\nAttackProbability0=1000\nAttack1=b\nAttack2=c\n", 1, 1, 3},
+        // Every line has its own probability: share 1.
+        {"AttackAmount=1\nAttack0=a\nAttackProbability0=300\n", 1, 1, 1},
+        // The division gives 0: share 1.
+        {"AttackAmount=3\nAttack0=a\nAttackProbability0=999\nAttack1=b\nAttack2=c\nAttack3=d\n", 1, 1, 3},
+        // Empty texts are skipped and do not count.
+        {"AttackAmount=4\nAttack0=\nAttack1=b\nAttack3=d\nAttackProbability3=100\n", 900, 1, 2},
+        // No Amount: no lines, share 0, the occasion key is not read.
+        {"AttackAmount=0\nAttack0=a\nAttackProbability=40\n", 0, 1, 0},
+        {"AttackAmount=-2\nAttackProbability=40\n", 0, 1, 0},
+        // Lines without text still make the share 1, so the occasion key is read.
+        {"AttackAmount=2\nAttackProbability=40\n", 1, 40, 0},
+        // A negative sum leaves more than 1000 to share.
+        {"AttackAmount=2\nAttack0=a\nAttackProbability0=-1000\nAttack1=b\n", 2000, 1, 2},
+    };
+    for (const ShareCase& c : kCases) {
+        const MonsterSpeakInfo* pInfo = Load(c.szSection);
+        ASSERT_NE(pInfo, nullptr) << c.szSection;
+        EXPECT_EQ(pInfo->nDefaultShare[MONSTER_SPEAK_ATTACK], c.nShare) << c.szSection;
+        EXPECT_EQ(pInfo->nProbability[MONSTER_SPEAK_ATTACK], c.nOccasionProbability) << c.szSection;
+        EXPECT_EQ(static_cast<int>(pInfo->setEntry[MONSTER_SPEAK_ATTACK].size()), c.nEntryAmount) << c.szSection;
+    }
+}
+
+TEST_F(MonsterSpeakTableTest, OccasionsLandInTheirRecordOrder)
+{
+    const MonsterSpeakInfo* pInfo =
+        Load("BornAmount=1\nBorn0=hello\nBornProbability=5\nDeadAmount=1\nDead0=bye\nSkillAmount=1\nSkill0=zap\n"
+             "BeatAmount=1\nBeat0=ouch\nAttackAmount=1\nAttack0=hit\n");
+    ASSERT_NE(pInfo, nullptr);
+    const char* kText[] = {"hit", "ouch", "bye", "zap", "hello"};
+    for (int n = 0; n < MONSTER_SPEAK_OCCASION_AMOUNT; ++n) {
+        ASSERT_EQ(pInfo->setEntry[n].size(), 1u) << n;
+        EXPECT_EQ(pInfo->setEntry[n][0].strText, kText[n]);
+        EXPECT_EQ(pInfo->nDefaultShare[n], 1000u);
+    }
+    EXPECT_EQ(pInfo->nProbability[MONSTER_SPEAK_BORN], 5);
+    EXPECT_EQ(pInfo->nProbability[MONSTER_SPEAK_DEAD], 1);
+}
+
+TEST_F(MonsterSpeakTableTest, LinesAreReadOnlyBelowTheAmountAndCut)
+{
+    const MonsterSpeakInfo* pInfo = Load("SkillAmount=2147483647\nSkill00=lead\nSkill7=seven\nSkill2=two\nskill5=" +
+                                         std::string(1500, 'y') + "\nDeadAmount=1\nDead1=beyond\n");
+    ASSERT_NE(pInfo, nullptr);
+    const auto& setSkill = pInfo->setEntry[MONSTER_SPEAK_SKILL];
+    ASSERT_EQ(setSkill.size(), 3u);
+    EXPECT_EQ(setSkill[0].strText, "two");
+    EXPECT_EQ(setSkill[1].strText, std::string(1023, 'y'));
+    EXPECT_EQ(setSkill[2].strText, "seven");
+    EXPECT_TRUE(pInfo->setEntry[MONSTER_SPEAK_DEAD].empty());
+}
+
+// The client's queries by slot: 7 GetMonsterSpeak, 8 GetSpeakAmount,
+// 9 GetSpeakText, 10 GetOccasionProbability, 11 PickSpeakText.
+TEST_F(MonsterSpeakTableTest, QueriesThroughTheRawSlots)
+{
+    WriteFile("ini/monsterspeak.ini",
+              "[77]\nBeatAmount=3\nBeat0=a\nBeatProbability0=600\nBeat1=b\nBeat2=c\nBeatProbability=30\n"
+              "[77]\nBeatAmount=1\nBeat0=later\n[4294967295]\nDeadAmount=1\nDead0=x\n");
+    m_table.Load();
+    EXPECT_EQ(m_table.GetLoadedAmount(), 2u);
+    ASSERT_NE(CallSlot<const MonsterSpeakInfo*>(&m_table, 7, 77u), nullptr);
+    EXPECT_EQ(CallSlot<const MonsterSpeakInfo*>(&m_table, 7, 78u), nullptr);
+    EXPECT_EQ(CallSlot<int>(&m_table, 8, 77u, static_cast<int>(MONSTER_SPEAK_BEAT)), 3);  // the first [77] stays
+    EXPECT_EQ(CallSlot<int>(&m_table, 8, 77u, 5), 0);
+
+    int nProbability = -1;
+    EXPECT_STREQ(CallSlot<const char*>(&m_table, 9, 77u, 1, 2, &nProbability), "c");
+    EXPECT_EQ(nProbability, 200);
+    EXPECT_STREQ(CallSlot<const char*>(&m_table, 9, 77u, 1, 0, &nProbability), "a");
+    EXPECT_EQ(nProbability, 600);
+    EXPECT_EQ(CallSlot<const char*>(&m_table, 9, 77u, 1, 3, &nProbability), nullptr);
+    EXPECT_EQ(nProbability, 0);
+    EXPECT_EQ(CallSlot<int>(&m_table, 10, 77u, 1), 30);
+    EXPECT_EQ(CallSlot<int>(&m_table, 10, 77u, 0), 1);
+    EXPECT_EQ(CallSlot<int>(&m_table, 10, 5u, 0), 0);
+
+    const struct {
+        int nRoll;
+        const char* szText;
+    } kPicks[] = {{0, "a"}, {599, "a"}, {600, "b"}, {799, "b"}, {800, "c"}, {999, "c"}, {1000, nullptr}, {-1, nullptr}};
+    for (const auto& pick : kPicks) {
+        const char* szText = CallSlot<const char*>(&m_table, 11, 77u, 1, pick.nRoll);
+        EXPECT_EQ(szText == nullptr ? std::string("(null)") : std::string(szText),
+                  pick.szText == nullptr ? std::string("(null)") : std::string(pick.szText))
+            << pick.nRoll;
+    }
+    // A title beyond 32 bits saturates as atoi does.
+    EXPECT_EQ(m_table.GetSpeakAmount(2147483647u, MONSTER_SPEAK_DEAD), 1);
+}
+
+TEST_F(MonsterSpeakTableTest, MissingFileStaysEmptyAndSilent)
+{
+    m_table.Load();
+    EXPECT_EQ(m_table.GetLoadedAmount(), 0u);
+    EXPECT_EQ(LogEntryCount(), 0);
+    EXPECT_EQ(m_table.PickSpeakText(1, 0, 0), nullptr);
+}
+
+}  // namespace
