@@ -1,0 +1,165 @@
+#include "ZelGameBase/ErrorReport.h"
+
+#include <cerrno>
+#include <string>
+
+#include "ZelGameBase/ReportFixture.h"
+
+namespace {
+
+const char kSetup[] = "[DumpError]\nEnable=1\nServer=127.0.0.1\nAction=/dump/error.php\nClient=Zel\n";
+// What every posted report begins with here: no version.dat, and the test
+// program is neither in the working folder nor carries a version resource.
+const char kBareHead[] = "client=Zel&msg=ReleaseVer: MsgVer:271 , FileVer:, FileTime:==";
+
+#define CONNECT_FAILED                                                                                         \
+    "\xD6\xF7\xCF\xDF\xB3\xCC\xC1\xAC\xBD\xD3\xCA\xA7\xB0\xDC\xA3\xAC\xB2\xE2\xCA\xD4\xCF\xDF\xB3\xCC\xD2\xB2" \
+    "\xC1\xAC\xBD\xD3\xCA\xA7\xB0\xDC!"
+#define CONNECT_DONE                                                                                           \
+    "\xD6\xF7\xCF\xDF\xB3\xCC\xC1\xAC\xBD\xD3\xCA\xA7\xB0\xDC\xA3\xAC\xB2\xE2\xCA\xD4\xCF\xDF\xB3\xCC\xC1\xAC" \
+    "\xBD\xD3\xB3\xC9\xB9\xA6!"
+#define IP_ADDRESS "IP\xB5\xD8\xD6\xB7"
+
+class ErrorReportTest : public ReportTest {
+protected:
+    void SetUp() override
+    {
+        ReportTest::SetUp();
+        ErrorPostCountReset();
+    }
+};
+
+TEST_F(ErrorReportTest, ReportIsLoggedAndPostedAsOneUnencodedForm)
+{
+    WriteFile("ini/GameSetup.ini", kSetup);
+    WriteFile("version.dat", "2.0.1\n");
+    ErrorReport(nullptr, "disk %d & retry=%s", 5, "a b");
+
+    const std::vector<std::string> setRequest = m_server.WaitRequests(1);
+    ASSERT_EQ(setRequest.size(), 1u);
+    const std::string strHead = LoopbackHttpServer::HeadOf(setRequest[0]);
+    const std::string strBody = LoopbackHttpServer::BodyOf(setRequest[0]);
+    EXPECT_EQ(strHead.substr(0, strHead.find("\r\n")), "POST /dump/error.php HTTP/1.1");
+    for (const char* szLine : {"\r\nUser-Agent: MyAgent\r\n", "\r\nAccept: Accept: */*\r\n",
+                               "\r\nContent-Type: application/x-www-form-urlencoded\r\n"})
+        EXPECT_NE((strHead + "\r\n").find(szLine), std::string::npos) << szLine;
+    EXPECT_NE(strHead.find("Content-Length: " + std::to_string(strBody.size())), std::string::npos);
+
+    // The release text keeps its line break; the stack entries precede the
+    // message, which keeps "&" and "=" as they are.
+    const std::string strPrefix = "client=Zel&msg=ReleaseVer:2.0.1\n MsgVer:271 , FileVer:, FileTime:==(";
+    EXPECT_EQ(strBody.substr(0, strPrefix.size()), strPrefix);
+    const std::string strTail = ") disk 5 & retry=a b\n";
+    ASSERT_GE(strBody.size(), strTail.size());
+    EXPECT_EQ(strBody.substr(strBody.size() - strTail.size()), strTail);
+
+    const std::string strReport = strBody.substr(strPrefix.size() - 1);
+    EXPECT_NE(LogText().find(strReport + " -- Mon Mar 07 14:05:09 2011\n"), std::string::npos);
+}
+
+TEST_F(ErrorReportTest, SettingsThatStopThePostStillLeaveTheLogEntry)
+{
+    const char* setSetup[] = {
+        "[DumpError]\nEnable=0\nServer=127.0.0.1\nAction=/e\nClient=Zel\n",
+        "[DumpError]\nEnable=2\nServer=127.0.0.1\nAction=/e\nClient=Zel\n",
+        "[DumpError]\nServer=127.0.0.1\nAction=/e\nClient=Zel\n",
+        "[DumpError]\nEnable=1\nAction=/e\nClient=Zel\n",
+        "[DumpError]\nEnable=1\nServer=127.0.0.1\nClient=Zel\n",
+        "[DumpError]\nEnable=1\nServer=127.0.0.1\nAction=/e\n",
+        "[Other]\nEnable=1\nServer=127.0.0.1\nAction=/e\nClient=Zel\n",
+    };
+    for (const char* szSetup : setSetup) {
+        WriteFile("ini/GameSetup.ini", szSetup);
+        ErrorPostCountReset();
+        ErrorReport(nullptr, "case %s", szSetup);
+        WorkersWait();
+        EXPECT_NE(LogText().find(std::string("case ") + szSetup), std::string::npos) << szSetup;
+    }
+    EXPECT_TRUE(m_server.Requests().empty());
+}
+
+TEST_F(ErrorReportTest, OnlyFourReportsArePostedButNetErrorsHaveNoLimit)
+{
+    WriteFile("ini/GameSetup.ini", kSetup);
+    for (int i = 0; i < 5; ++i)
+        ErrorPost(("report " + std::to_string(i)).c_str());
+    ErrorPost(nullptr);
+    WorkersWait();
+    EXPECT_EQ(m_server.Requests().size(), 4u);
+
+    for (int i = 0; i < 6; ++i)
+        NetErrorPost("net %d", i);
+    WorkersWait();
+    const std::vector<std::string> setRequest = m_server.Requests();
+    ASSERT_EQ(setRequest.size(), 10u);
+    int nNetLines = 0;
+    for (const std::string& strRequest : setRequest)
+        nNetLines += LoopbackHttpServer::BodyOf(strRequest).find("==net ") != std::string::npos;
+    EXPECT_EQ(nNetLines, 6);
+    EXPECT_EQ(LogEntryCount(), 0);
+}
+
+TEST_F(ErrorReportTest, OverlongReportsAreCutAtTheBodySize)
+{
+    WriteFile("ini/GameSetup.ini", kSetup);
+    NetErrorPost("%s", std::string(6000, 'x').c_str());
+    const std::vector<std::string> setRequest = m_server.WaitRequests(1);
+    ASSERT_EQ(setRequest.size(), 1u);
+    const std::string strBody = LoopbackHttpServer::BodyOf(setRequest[0]);
+    EXPECT_EQ(strBody.size(), 1023u);
+    EXPECT_EQ(strBody.substr(0, sizeof(kBareHead) - 1), kBareHead);
+}
+
+TEST_F(ErrorReportTest, ConnectTestPostsItsOutcome)
+{
+    WriteFile("ini/GameSetup.ini", kSetup);
+    const int nOpen = m_server.Port();
+    const int nClosed = LoopbackHttpServer::ClosedPort();
+    struct {
+        const char* szAddress;
+        int nPort;
+        std::string strMessage;
+    } setCase[] = {
+        {"127.0.0.1", nOpen, CONNECT_DONE "--" IP_ADDRESS "[127.0.0.1:" + std::to_string(nOpen) + "]\n"},
+        {"127.0.0.1", nClosed,
+         CONNECT_FAILED "--connect failed!errno: " + std::to_string(ECONNREFUSED) +
+             ".--" IP_ADDRESS "[127.0.0.1:" + std::to_string(nClosed) + "]\n"},
+        {"127.0.0.x", nOpen,
+         CONNECT_FAILED "--Create Server Addr failed!--" IP_ADDRESS "[127.0.0.x:" + std::to_string(nOpen) + "]\n"},
+    };
+    for (const auto& test : setCase) {
+        const std::size_t nBefore = m_server.Requests().size();
+        ConnectTest(test.szAddress, test.nPort);
+        WorkersWait();
+        const std::vector<std::string> setRequest = m_server.Requests();
+        ASSERT_EQ(setRequest.size(), nBefore + 1) << test.strMessage;
+        EXPECT_EQ(LoopbackHttpServer::BodyOf(setRequest.back()), kBareHead + test.strMessage);
+    }
+    EXPECT_EQ(m_server.BareConnections(), 1);
+}
+
+TEST_F(ErrorReportTest, ErrorLogSaveOnlyLogs)
+{
+    WriteFile("ini/GameSetup.ini", kSetup);
+    ErrorLogSave(nullptr, "bad %s", "slot");
+    EXPECT_EQ(ReportWorkerCount(), 0);
+    const std::string strLog = LogText();
+    EXPECT_EQ(strLog.rfind("Error:bad slot [(", 0), 0u) << strLog;
+    EXPECT_NE(strLog.find(") ] -- Mon Mar 07 14:05:09 2011\n"), std::string::npos) << strLog;
+}
+
+TEST_F(ErrorReportTest, HexDumpWritesAtMost256BytesAsBareHex)
+{
+    const unsigned char setTwo[] = {0x0A, 0xFF};
+    HexDumpLog(setTwo, 2);
+    EXPECT_EQ(LogText(), "a ff  -- Mon Mar 07 14:05:09 2011\n");
+
+    std::string strMany(300, '\x01');
+    HexDumpLog(strMany.data(), static_cast<int>(strMany.size()));
+    std::string strExpected;
+    for (int i = 0; i < 256; ++i)
+        strExpected += "1 ";
+    EXPECT_NE(LogText().find("\n" + strExpected + " -- "), std::string::npos);
+}
+
+}  // namespace
