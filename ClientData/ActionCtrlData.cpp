@@ -1,0 +1,69 @@
+#include "ClientData/ActionCtrlData.h"
+
+#include <cstdio>
+
+#include "ClientData/ActionType.h"
+#include "ZelGameBase/IniSectionReader.h"
+#include "ZelGameBase/ZelCrt.h"
+#include "ZelGameBase/ZelGameBase.h"
+
+namespace {
+
+const char kFile[] = "ini/ActionCtrl.ini";
+
+// The title as a decimal 64-bit number; 0 when it does not begin with one.
+int64_t TitleKey(const char* szTitle)
+{
+    int64_t nKey = 0;
+    if (CrtScanInt64(szTitle, &nKey) != SCAN_CONVERTED)
+        return 0;
+    return nKey;
+}
+
+}  // namespace
+
+void CActionCtrlData::Load()
+{
+    CIniSectionReader reader;
+    if (!reader.Open(kFile, 1)) {
+        LogSave("%s load error!", kFile);
+        return;
+    }
+    for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection) {
+        ActionCtrlInfo info = {};
+        // Signed remainder: at most 7 segments; a negative count reads none.
+        info.nSection = reader.GetInt(nSection, "Section", 0) % kActionCtrlSegmentMax;
+        for (int i = 0; i < info.nSection; ++i) {
+            char szKey[32];
+            std::snprintf(szKey, sizeof(szKey), "TimePercent%d", i);
+            info.nTimePercent[i] = reader.GetInt(nSection, szKey, 0);
+            std::snprintf(szKey, sizeof(szKey), "MovePercent%d", i);
+            info.nMovePercent[i] = reader.GetInt(nSection, szKey, 0);
+        }
+        m_mapCtrl.emplace(TitleKey(reader.GetTitle(nSection).data()), info);  // first section wins
+    }
+}
+
+const ActionCtrlInfo* CActionCtrlData::Find(int64_t nKey) const
+{
+    const auto it = m_mapCtrl.find(nKey);
+    return it == m_mapCtrl.end() ? nullptr : &it->second;
+}
+
+const ActionCtrlInfo* CActionCtrlData::GetActionCtrl(int64_t nKey)
+{
+    // Each step starts from the previous step's key, not from nKey. The
+    // client's chain then tries the last key three more times through further
+    // replacements of groups 0-2 and 3-5, which cannot change it; left out.
+    int64_t nTry = nKey;
+    if (const ActionCtrlInfo* pInfo = Find(nTry))
+        return pInfo;
+    nTry = nKey % 1000000 + 999000000;
+    if (const ActionCtrlInfo* pInfo = Find(nTry))
+        return pInfo;
+    nTry = ActionKeyReplaceDigits(nTry, 3, 5, 999);
+    if (const ActionCtrlInfo* pInfo = Find(nTry))
+        return pInfo;
+    nTry = ActionKeyReplaceDigits(nTry, 0, 2, 999);
+    return Find(nTry);
+}

@@ -1,0 +1,59 @@
+#include "ClientData/ActionDelayData.h"
+
+#include <gtest/gtest.h>
+
+#include "ClientData/Catalogue.h"
+#include "Support/TestSupport.h"
+#include "Support/VtableCall.h"
+
+static_assert(std::is_same_v<CatalogueSlot<163>::Class, CActionDelayData>);
+
+namespace {
+
+class ActionDelayDataTest : public DataFolderTest {
+protected:
+    void TearDown() override
+    {
+        TableRegistry::Destroy();
+        DataFolderTest::TearDown();
+    }
+};
+
+TEST_F(ActionDelayDataTest, ReadsOneRecordPerSectionFirstSectionWins)
+{
+    WriteFile("ini/ActionDelay.ini",
+              "[100]\nWoundDelay=10\nBlockDelay=20\nDieDelay=30\n"
+              "[200]\nBlockDelay=5\n"
+              "[100]\nWoundDelay=99\n"
+              "[walk]\nWoundDelay=7\n");  // not a number: action 0
+    CActionDelayData table;
+    table.Load();
+    const auto* pDelay = CallSlot<const ActionDelayInfo*>(&table, 7, uint32_t{100});
+    ASSERT_NE(pDelay, nullptr);
+    EXPECT_EQ(pDelay->WoundDelay, 10u);
+    EXPECT_EQ(pDelay->DieDelay, 30u);
+    ASSERT_NE(table.GetActionDelay(200), nullptr);
+    EXPECT_EQ(table.GetActionDelay(200)->WoundDelay, 0u);
+    EXPECT_EQ(table.GetActionDelay(200)->BlockDelay, 5u);
+    ASSERT_NE(table.GetActionDelay(0), nullptr);
+    EXPECT_EQ(table.GetActionDelay(0)->WoundDelay, 7u);
+    EXPECT_EQ(table.GetActionDelay(300), nullptr);
+    table.Clear();
+    EXPECT_EQ(table.GetActionDelay(100), nullptr);
+}
+
+TEST_F(ActionDelayDataTest, MissingFileIsLoggedAndGarbageIsHarmless)
+{
+    CActionDelayData table;
+    table.Load();
+    EXPECT_NE(LogText().find("ini/ActionDelay.ini load error!"), std::string::npos) << LogText();
+    EXPECT_EQ(table.GetLoadedAmount(), 0u);
+
+    std::string strGarbage = "[" + std::string(5000, '9') + "]\nWoundDelay=" + std::string(3000, '1') + "\n[";
+    for (int i = 0; i < 20000; ++i) strGarbage += static_cast<char>((i * 7919 + 13) % 256);
+    WriteFile("ini/ActionDelay.ini", strGarbage);
+    table.Load();
+    EXPECT_NE(table.GetActionDelay(2147483647u), nullptr);  // the title saturates as atol does
+}
+
+}  // namespace
