@@ -112,7 +112,9 @@ TEST_F(ExportContractTest, StartUpLoadsCommonIniThroughItsSlots)
 
 TEST_F(ExportContractTest, VersionDependentTablesFollowTheCallback)
 {
-    WriteFile("DeferList.dat", "itemtype.DAT\nini/GameMap.ini\n");
+    WriteFile("DeferList.dat", "itemtype.DAT\nequipsealexp.INI\nini/GameMap.ini\n");
+    WriteFile("ini/EquipSealExp.ini", "[1]\nA=1\n[2]\nA=2\n");
+    WriteFile("ini/200/EquipSealExp_200.ini", "[7]\nA=7\n");
     void* pMgr = m_pfnQuery();
     EXPECT_EQ(CallSlot<void*>(pMgr, kGetVersionQuery), nullptr);
     CallSlot<void>(pMgr, kSetVersionQuery, &Answer200);
@@ -121,11 +123,16 @@ TEST_F(ExportContractTest, VersionDependentTablesFollowTheCallback)
 
     CallSlot<void>(pMgr, kLoadDeferList);
     EXPECT_TRUE(CallSlot<bool>(Table(pMgr, 9), kTableIsDefer));
+    EXPECT_TRUE(CallSlot<bool>(Table(pMgr, 205), kTableIsDefer));
     // Entries are bare names: one with a folder marks nothing.
     EXPECT_FALSE(CallSlot<bool>(Table(pMgr, 13), kTableIsDefer));
 
+    // The marked generic table reads the alternative set: one record, id 7
+    // (slots 7 and 8 of a generic table: amount and find by id).
     CallSlot<void>(pMgr, kReloadDeferred, true);
-    EXPECT_NE(LogText().find("ini/200/ItemType_200.dat"), std::string::npos) << LogText();
+    void* pSeal = Table(pMgr, 205);
+    EXPECT_EQ(CallSlot<int>(pSeal, 7), 1);
+    EXPECT_EQ(CallSlot<int>(pSeal, 8, 7u), 0);
 }
 
 TEST_F(ExportContractTest, TextResourcesThroughSlotsOneAndTwo)

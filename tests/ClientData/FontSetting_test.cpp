@@ -1,0 +1,198 @@
+#include "ClientData/FontSetting.h"
+
+#include <cstdint>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "Support/TestSupport.h"
+#include "Support/VtableCall.h"
+#include "ZelGameBase/Platform/Platform.h"
+
+namespace {
+
+const char kOrderedSettings[] =
+    "GUIFontShadow=1\r\n"
+    "GUIFontShadowColor=404040\r\n"
+    "ChatFont=Font/simsun.ttf\r\n"
+    "ChatFontSize=14\r\n"
+    "Antialias=0\r\n"
+    "TipFontShadow=2\r\n"
+    "TipFontShadowColor=80102030\r\n";
+
+class FontSettingTest : public DataFolderTest {
+protected:
+    void TearDown() override
+    {
+        TableRegistry::Destroy();
+        DataFolderTest::TearDown();
+    }
+};
+
+TEST_F(FontSettingTest, ReadsTheSettingsInTheirOrder)
+{
+    WriteFile("ini/FontSetting.ini", std::string("; font settings\r\n") + kOrderedSettings);
+    CFontSetting table;
+    table.Load();
+    EXPECT_EQ(table.GetGUIFontShadow(), 1);
+    EXPECT_EQ(table.GetGUIFontShadowColor(), 0xFF404040u);
+    EXPECT_STREQ(table.GetChatFontFile(), "Font/simsun.ttf");
+    EXPECT_EQ(table.GetChatFontSize(), 14);
+    EXPECT_EQ(table.GetAntialias(), 0);
+    EXPECT_EQ(table.GetTipFontShadow(), 2);
+    EXPECT_EQ(table.GetTipFontShadowColor(), 0x80102030u);
+    EXPECT_STREQ(table.GetGUIFontFile(), "");
+    EXPECT_STREQ(table.GetTipFontFile(), "");
+    EXPECT_EQ(table.GetLoadedAmount(), 7u);
+    EXPECT_EQ(LogEntryCount(), 0);
+}
+
+TEST_F(FontSettingTest, ColoursWithoutAlphaAreOpaque)
+{
+    struct Case {
+        const char* szValue;
+        uint32_t dwColour;
+    };
+    const Case kCases[] = {
+        {"0", 0xFF000000}, {"", 0xFF000000},       {"404040", 0xFF404040},  {"FFFFFF", 0xFFFFFFFF},
+        {"1000000", 0x01000000}, {"80404040", 0x80404040}, {"zz", 0xFF000000},
+    };
+    for (const Case& c : kCases) {
+        WriteFile("ini/FontSetting.ini", std::string("GUIFontShadow=0\nGUIFontShadowColor=") + c.szValue + "\n");
+        CFontSetting table;
+        table.Load();
+        EXPECT_EQ(table.GetGUIFontShadowColor(), c.dwColour) << c.szValue;
+        TableRegistry::Destroy();
+    }
+}
+
+TEST_F(FontSettingTest, LinesOutOfPlaceLoseTheirSettings)
+{
+    // ChatFont comes early: it spends the GUIFontShadowColor step, and the
+    // colour line then spends the ChatFont step. Everything after the
+    // mismatch still lines up.
+    WriteFile("ini/FontSetting.ini",
+              "GUIFontShadow=3\nChatFont=a.ttf\nGUIFontShadowColor=123456\nChatFontSize=9\n"
+              "Antialias=0\nTipFontShadow\nTipFontShadowColor=1\n");
+    CFontSetting table;
+    table.Load();
+    EXPECT_EQ(table.GetGUIFontShadow(), 3);
+    EXPECT_EQ(table.GetGUIFontShadowColor(), CFontSetting::kDefaultShadowColor);
+    EXPECT_STREQ(table.GetChatFontFile(), "");
+    EXPECT_EQ(table.GetChatFontSize(), 9);
+    EXPECT_EQ(table.GetAntialias(), 0);
+    EXPECT_EQ(table.GetTipFontShadow(), 0);  // no value: the empty text
+    EXPECT_EQ(table.GetTipFontShadowColor(), 0xFF000001u);
+    EXPECT_EQ(table.GetLoadedAmount(), 5u);
+
+    // Keys compare exactly: blanks and case count.
+    WriteFile("ini/FontSetting.ini", "GUIFontShadow = 4\nguifontshadowcolor=1\n");
+    table.Clear();
+    table.Load();
+    EXPECT_EQ(table.GetGUIFontShadow(), CFontSetting::kDefaultShadow);
+    EXPECT_EQ(table.GetLoadedAmount(), 0u);
+}
+
+TEST_F(FontSettingTest, MissingFileKeepsTheConstructionValues)
+{
+    CFontSetting table;
+    table.Load();
+    EXPECT_EQ(LogEntryCount(), 1);
+    EXPECT_NE(LogText().find("error on open ini/FontSetting.ini. -- "), std::string::npos);
+    EXPECT_EQ(table.GetAntialias(), CFontSetting::kDefaultAntialias);
+    EXPECT_EQ(table.GetChatFontSize(), CFontSetting::kDefaultChatFontSize);
+    EXPECT_EQ(table.GetTipFontShadowColor(), CFontSetting::kDefaultShadowColor);
+    EXPECT_STREQ(table.GetChatFontFile(), "");
+    EXPECT_STREQ(table.GetDefaultFontName(), "");
+    EXPECT_EQ(table.GetDefaultFontValue(), 0);
+}
+
+TEST_F(FontSettingTest, FontFoldersOverrideTheConfiguredFiles)
+{
+    WriteFile("ini/FontSetting.ini", kOrderedSettings);
+    WriteFile("Font/Chat/chat.ttf", "");
+    WriteFile("Font/GUI/first.ttf", "");
+    WriteFile("Font/GUI/second.TTF", "");
+    WriteFile("Font/Tip/readme.txt", "");
+    std::string strFirstGui;
+    ASSERT_TRUE(PlatformFindFirstFile((Folder() + "/Font/GUI").c_str(), "*.ttf", strFirstGui));
+
+    CFontSetting table;
+    table.Load();
+    EXPECT_STREQ(table.GetChatFontFile(), "Font/Chat/chat.ttf");
+    EXPECT_EQ(table.GetGUIFontFile(), "Font/GUI/" + strFirstGui);
+    EXPECT_STREQ(table.GetTipFontFile(), "");
+    EXPECT_EQ(LogEntryCount(), 0);
+
+    // Clear forgets the found files as well as the settings.
+    table.Clear();
+    EXPECT_STREQ(table.GetChatFontFile(), "");
+    EXPECT_EQ(table.GetChatFontSize(), CFontSetting::kDefaultChatFontSize);
+}
+
+TEST_F(FontSettingTest, DefaultFontFromTheFirstFilledSectionAfterTheHead)
+{
+    struct Case {
+        const char* szName;
+        const char* szFontIni;
+        const char* szFontName;
+        int nValue;
+    };
+    const Case kCases[] = {
+        {"usual", "[FontList]\r\nAmount=1\r\n[Font1]\r\nName=SimSun\r\nSize=12\r\n", "SimSun", 12},
+        {"empty section skipped", "[List]\nA=1\n[Empty]\n; none\n[Font]\nFace=Arial Bold\nWeight=700\n", "Arial",
+         700},
+        {"one key only", "[List]\nA=1\n[Font]\nFace=Tahoma\n", "Tahoma", 0},
+        {"empty head", "[List]\n[Font]\nFace=Tahoma\nSize=9\n", "", 0},
+        {"no font section", "[List]\nA=1\n", "", 0},
+        {"keys before any section", "A=1\n[Font]\nFace=Tahoma\nSize=9\n", "", 0},
+        {"empty file", "", "", 0},
+    };
+    for (const Case& c : kCases) {
+        WriteFile("ini/Font.ini", c.szFontIni);
+        CFontSetting table;
+        table.Load();
+        EXPECT_STREQ(table.GetDefaultFontName(), c.szFontName) << c.szName;
+        EXPECT_EQ(table.GetDefaultFontValue(), c.nValue) << c.szName;
+        TableRegistry::Destroy();
+    }
+}
+
+TEST_F(FontSettingTest, QueriesThroughTheRawSlots)
+{
+    WriteFile("ini/FontSetting.ini", kOrderedSettings);
+    WriteFile("Font/Tip/tip.ttf", "");
+    WriteFile("ini/Font.ini", "[List]\nA=1\n[Font]\nFace=SimHei\nSize=16\n");
+    CFontSetting table;
+    CallSlot<void>(&table, 1);  // Load
+    EXPECT_STREQ(CallSlot<const char*>(&table, 7), "");
+    EXPECT_STREQ(CallSlot<const char*>(&table, 8), "Font/simsun.ttf");
+    EXPECT_STREQ(CallSlot<const char*>(&table, 9), "Font/Tip/tip.ttf");
+    EXPECT_EQ(CallSlot<int>(&table, 10), 1);
+    EXPECT_EQ(CallSlot<uint32_t>(&table, 11), 0xFF404040u);
+    EXPECT_EQ(CallSlot<int>(&table, 12), 14);
+    EXPECT_EQ(CallSlot<int>(&table, 13), 0);
+    EXPECT_EQ(CallSlot<int>(&table, 14), 2);
+    EXPECT_EQ(CallSlot<uint32_t>(&table, 15), 0x80102030u);
+    EXPECT_EQ(CallSlot<int>(&table, 17), 16);
+    // The name comes back as a shared copy.
+    const CZelString strName = table.GetDefaultFontName();
+    EXPECT_STREQ(strName, "SimHei");
+    EXPECT_EQ(strName.GetData(), table.GetDefaultFontName().GetData());
+    CallSlot<void>(&table, 2);  // Clear
+    EXPECT_STREQ(CallSlot<const char*>(&table, 9), "");
+}
+
+TEST_F(FontSettingTest, GarbageFilesDoNotBreakLoading)
+{
+    std::string strGarbage;
+    for (int i = 0; i < 5000; ++i)
+        strGarbage += static_cast<char>((i * 7919 + 13) % 256);
+    WriteFile("ini/FontSetting.ini", strGarbage);
+    WriteFile("ini/Font.ini", "[" + strGarbage + "]\n" + strGarbage);
+    CFontSetting table;
+    table.Load();
+    EXPECT_EQ(table.GetChatFontSize(), CFontSetting::kDefaultChatFontSize);
+}
+
+}  // namespace

@@ -1,0 +1,168 @@
+#include "ZelGameBase/EncryptData.h"
+
+#include <cstring>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "Support/TestSupport.h"
+#include "ZelGameBase/ZelGameBase.h"
+
+namespace {
+
+class EncryptDataTest : public DataFolderTest {};
+
+std::vector<unsigned char> Bytes(std::size_t nSize, unsigned nSalt)
+{
+    std::vector<unsigned char> setByte(nSize);
+    for (std::size_t i = 0; i < nSize; ++i)
+        setByte[i] = static_cast<unsigned char>((i * 37 + nSalt * 11 + (i >> 3)) & 0xFF);
+    return setByte;
+}
+
+TEST(CrtRandomTest, FollowsTheMicrosoftRuntimeSequence)
+{
+    // srand(1) then rand() as the Visual C++ runtime answers.
+    CCrtRandom random(1);
+    std::vector<int> setValue;
+    for (int i = 0; i < 10; ++i)
+        setValue.push_back(random.Next());
+    EXPECT_EQ(setValue, (std::vector<int>{41, 18467, 6334, 26500, 19169, 15724, 11478, 29358, 26962, 24464}));
+    random.Seed(1);
+    EXPECT_EQ(random.Next(), 41);
+}
+
+TEST(EncryptDataBufferTest, RoundTripsForEverySeedAndSize)
+{
+    for (uint32_t nSeed : {0u, 1u, kEncryptDataSeed, 0xFFFFFFFFu}) {
+        const CEncryptData data(nSeed);
+        for (std::size_t nSize : {0u, 1u, 8u, 127u, 128u, 129u, 1000u}) {
+            const std::vector<unsigned char> setPlain = Bytes(nSize, nSeed);
+            std::vector<unsigned char> setWork = setPlain;
+            data.EncryptBuffer(setWork.data(), setWork.size());
+            if (nSize >= 8) {
+                EXPECT_NE(setWork, setPlain) << nSeed << " " << nSize;
+            }
+            data.DecryptBuffer(setWork.data(), setWork.size());
+            EXPECT_EQ(setWork, setPlain) << nSeed << " " << nSize;
+        }
+    }
+}
+
+TEST(EncryptDataBufferTest, KeyComesFromRandAndBytesRotateByPosition)
+{
+    // Seed 1: key bytes are the low bytes of 41, 18467, 6334 (0x29, 0x23, 0xBE).
+    // Byte 0 is only XORed; byte 1 is rotated left by 1 first; byte 2 by 2.
+    const CEncryptData data(1);
+    unsigned char bytes[3] = {0x00, 0x80, 0x41};
+    data.EncryptBuffer(bytes, sizeof(bytes));
+    EXPECT_EQ(bytes[0], 0x29);
+    EXPECT_EQ(bytes[1], 0x01 ^ 0x23);
+    EXPECT_EQ(bytes[2], 0x05 ^ 0xBE);
+}
+
+TEST_F(EncryptDataTest, ScrambledFileLoadsAndReadsLineByLine)
+{
+    WriteFile("plain.txt", "first line\r\nsecond\nlast without feed");
+    CEncryptData writer(77);
+    ASSERT_TRUE(writer.EncryptFile("plain.txt"));
+    const std::string strScrambled = ReadWholeFile("plain.txt.encrypt");
+    ASSERT_EQ(strScrambled.size(), 36u);
+    EXPECT_EQ(strScrambled.find("second"), std::string::npos);
+
+    CEncryptData reader(77);
+    ASSERT_TRUE(reader.Load("plain.txt.encrypt"));
+    EXPECT_EQ(reader.GetSize(), 36);
+    char szLine[64];
+    std::vector<std::string> setLine;
+    int nCount;
+    while ((nCount = reader.ReadLine(szLine, sizeof(szLine) - 1)) > 0)
+        setLine.emplace_back(szLine, static_cast<std::size_t>(nCount));
+    EXPECT_EQ(setLine, (std::vector<std::string>{"first line\r\n", "second\n", "last without feed"}));
+
+    // Another seed gives other bytes, not the text.
+    CEncryptData stranger(78);
+    ASSERT_TRUE(stranger.Load("plain.txt.encrypt"));
+    EXPECT_NE(std::string(reinterpret_cast<const char*>(stranger.GetBuffer()), 36),
+              "first line\r\nsecond\nlast without feed");
+}
+
+TEST_F(EncryptDataTest, ReadLineBoundsAndLoadFailures)
+{
+    WriteFile("plain.txt", "abcdef\nxy");
+    WriteFile("empty.bin", "");
+    CEncryptData data(5);
+    ASSERT_TRUE(data.EncryptFile("plain.txt"));
+    ASSERT_TRUE(data.Load("plain.txt.encrypt"));
+    char szOut[8];
+    std::memset(szOut, 'Z', sizeof(szOut));
+    EXPECT_EQ(data.ReadLine(szOut, 4), 4);
+    EXPECT_EQ(std::string(szOut, 5), "abcdZ");  // only nSize bytes touched
+    EXPECT_EQ(data.ReadLine(szOut, -3), 0);
+    EXPECT_EQ(data.ReadLine(szOut, 8), 3);
+    EXPECT_STREQ(szOut, "ef\n");
+
+    // A failed load empties the object; an empty file loads empty.
+    EXPECT_FALSE(data.Load("missing.bin"));
+    EXPECT_EQ(data.ReadLine(szOut, 8), 0);
+    EXPECT_FALSE(data.Load(nullptr));
+    EXPECT_FALSE(data.EncryptFile("missing.bin"));
+    EXPECT_TRUE(data.Load("empty.bin"));
+    EXPECT_EQ(data.ReadLine(szOut, 8), 0);
+}
+
+TEST_F(EncryptDataTest, StringKeeps255CharactersAndRejects256)
+{
+    const std::string strLong(255, 'q');
+    for (const std::string& strText :
+         {std::string(), std::string("Iron Sword"), std::string("\xB3\xA4\xBD\xA3 GBK"), strLong}) {
+        CEncryptString text;
+        text.Set(strText.c_str());
+        EXPECT_EQ(text.GetLength(), strText.size());
+        EXPECT_EQ(std::string(text.Get()), strText);
+    }
+    EXPECT_EQ(LogEntryCount(), 0);
+
+    // Null and overlong texts are reported and the previous text stays.
+    CEncryptString text;
+    text.Set("kept");
+    text.Set(std::string(256, 'x').c_str());
+    text.Set(nullptr);
+    EXPECT_STREQ(text.Get(), "kept");
+    const std::string strLog = LogText();
+    EXPECT_EQ(LogEntryCount(), 2);
+    EXPECT_NE(strLog.find(ZEL_STAR "ASSERT(strlen(pszString) < MAXESTR) in "), std::string::npos) << strLog;
+    EXPECT_NE(strLog.find(ZEL_STAR "ASSERT(pszString) in "), std::string::npos) << strLog;
+    EXPECT_NE(strLog.find(" line of ZelGameBase\\EncryptData" ZEL_STAR " -- "), std::string::npos) << strLog;
+}
+
+TEST_F(EncryptDataTest, StringIsHeldScrambledAndGetsRotate)
+{
+    const char szName[] = "Dragon Scale Armor";
+    CEncryptString text;
+    text.Set(szName);
+    const std::string strImage(reinterpret_cast<const char*>(&text), sizeof(text));
+    EXPECT_EQ(strImage.find("Dragon"), std::string::npos);
+    EXPECT_EQ(strImage.find("Armor"), std::string::npos);
+
+    // Each object has its own key; a byte copy carries it along.
+    CEncryptString other;
+    other.Set(szName);
+    EXPECT_NE(std::memcmp(&text, &other, sizeof(text)), 0);
+    CEncryptString copy;
+    std::memcpy(static_cast<void*>(&copy), &text, sizeof(text));
+    EXPECT_STREQ(copy.Get(), szName);
+
+    // Plain copies rotate over four buffers.
+    std::vector<const char*> setGot;
+    for (int i = 0; i < 5; ++i)
+        setGot.push_back(text.Get());
+    EXPECT_EQ(std::set<const char*>(setGot.begin(), setGot.begin() + 4).size(), 4u);
+    EXPECT_EQ(setGot[4], setGot[0]);
+    for (const char* szGot : setGot)
+        EXPECT_STREQ(szGot, szName);
+}
+
+}  // namespace
