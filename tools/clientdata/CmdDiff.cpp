@@ -69,7 +69,8 @@ int RunDiffCommand(const Arguments& setArg)
     if (!CollectFolder(strFirst, before) || !CollectFolder(strSecond, after))
         return 2;
     int nDifferences = 0;
-    for (const auto& [strTable, mapAfter] : after) {
+    for (const auto& [strName, mapAfter] : after) {
+        const std::string& strTable = strName;  // a lambda cannot capture a structured binding
         const std::map<std::string, ViewRecord>& mapBefore = before[strTable];
         bool bHeader = false;
         auto header = [&]() {
