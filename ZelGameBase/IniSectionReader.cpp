@@ -15,6 +15,26 @@ int CompareNoCase(std::string_view a, std::string_view b)
     return CrtCompareNoCase(a.data(), a.size(), b.data(), b.size());
 }
 
+bool EqualNoCase(std::string_view a, std::string_view b)
+{
+    if (a.size() != b.size())
+        return false;
+    for (std::size_t i = 0; i < a.size(); ++i)
+        if (CrtToLower(a[i]) != CrtToLower(b[i]))
+            return false;
+    return true;
+}
+
+// FNV-1a over the ASCII-folded bytes: keys equal without regard to case hash
+// equal, so a lookup compares texts only where the hashes agree.
+uint32_t HashNoCase(std::string_view text)
+{
+    uint32_t nHash = 2166136261u;
+    for (char c : text)
+        nHash = (nHash ^ static_cast<unsigned char>(CrtToLower(c))) * 16777619u;
+    return nHash;
+}
+
 // Reads the file as a stream, chunk by chunk.
 bool ReadStream(const char* szPath, std::string& strText)
 {
@@ -59,7 +79,9 @@ void CIniSectionReader::Close()
     m_strText.shrink_to_fit();
     m_setSection.clear();
     m_setEntry.clear();
-    m_setSorted.clear();
+    m_setKeyHash.clear();
+    m_setHashSorted.clear();
+    m_nHint = 0;
     m_setTitleSorted.clear();
 }
 
@@ -92,7 +114,7 @@ void CIniSectionReader::Index()
         if (!bComment && pText[nFirst] == '[') {
             const char* pClose = static_cast<const char*>(std::memchr(pText + nFirst, ']', nEnd - nFirst));
             const std::size_t nClose = pClose != nullptr ? static_cast<std::size_t>(pClose - pText) : nEnd;
-            m_setSection.push_back(Section{trimmed(nFirst + 1, nClose), static_cast<uint32_t>(m_setEntry.size()), 0});
+            m_setSection.push_back(Section{trimmed(nFirst + 1, nClose), static_cast<uint32_t>(m_setEntry.size()), 0, 0, false});
         } else if (!bComment && !m_setSection.empty()) {
             const char* pEqual = static_cast<const char*>(std::memchr(pText + nFirst, '=', nEnd - nFirst));
             if (pEqual != nullptr) {
@@ -109,14 +131,20 @@ void CIniSectionReader::Index()
         if (nTerminator < nSize)
             pText[nTerminator] = '\0';
 
-    m_setSorted.resize(m_setEntry.size());
-    for (std::size_t i = 0; i < m_setSorted.size(); ++i)
-        m_setSorted[i] = static_cast<uint32_t>(i);
-    for (const Section& section : m_setSection) {
-        auto first = m_setSorted.begin() + section.nFirst;
-        std::stable_sort(first, first + section.nAmount, [this](uint32_t a, uint32_t b) {
-            return CompareNoCase(m_setEntry[a].key, m_setEntry[b].key) < 0;
-        });
+    m_setKeyHash.resize(m_setEntry.size());
+    for (std::size_t i = 0; i < m_setEntry.size(); ++i)
+        m_setKeyHash[i] = HashNoCase(m_setEntry[i].key);
+    // Long sections also get their (hash, entry) pairs sorted, so that a
+    // lookup in them stays a binary search.
+    for (Section& section : m_setSection) {
+        if (section.nAmount <= kLinearKeyAmount) {
+            section.bUniqueKeys = KeysUnique(section);
+            continue;
+        }
+        section.nHashFirst = static_cast<uint32_t>(m_setHashSorted.size());
+        for (uint32_t n = section.nFirst; n < section.nFirst + section.nAmount; ++n)
+            m_setHashSorted.push_back(static_cast<uint64_t>(m_setKeyHash[n]) << 32 | n);
+        std::sort(m_setHashSorted.begin() + section.nHashFirst, m_setHashSorted.end());
     }
     m_setTitleSorted.resize(m_setSection.size());
     for (std::size_t i = 0; i < m_setTitleSorted.size(); ++i)
@@ -173,15 +201,55 @@ bool CIniSectionReader::GetValue(int nSection, const char* szKey, std::string_vi
     if (szKey == nullptr || nSection < 0 || nSection >= GetSectionAmount())
         return false;
     const Section& section = m_setSection[static_cast<std::size_t>(nSection)];
-    auto first = m_setSorted.begin() + section.nFirst;
-    auto last = first + section.nAmount;
     const std::string_view key(szKey);
-    auto it = std::lower_bound(first, last, key, [this](uint32_t n, std::string_view wanted) {
-        return CompareNoCase(m_setEntry[n].key, wanted) < 0;
-    });
-    if (it == last || CompareNoCase(m_setEntry[*it].key, key) != 0)
+    const uint32_t nHash = HashNoCase(key);
+    if (section.nAmount > kLinearKeyAmount) {
+        // Pairs of one hash are in file order: the first equal key is the first occurrence.
+        const auto first = m_setHashSorted.begin() + section.nHashFirst;
+        const auto last = first + section.nAmount;
+        for (auto it = std::lower_bound(first, last, static_cast<uint64_t>(nHash) << 32);
+             it != last && static_cast<uint32_t>(*it >> 32) == nHash; ++it) {
+            const uint32_t n = static_cast<uint32_t>(*it);
+            if (EqualNoCase(m_setEntry[n].key, key)) {
+                value = m_setEntry[n].value;
+                return true;
+            }
+        }
         return false;
-    value = m_setEntry[*it].value;
+    }
+    // A short section is walked over its hashes. Tables read keys mostly in
+    // the file's order, so the walk starts after the last hit; that is safe
+    // only where no key occurs twice (else the first occurrence must win).
+    const uint32_t nEnd = section.nFirst + section.nAmount;
+    uint32_t nStart = section.nFirst;
+    if (section.bUniqueKeys && m_nHint > section.nFirst && m_nHint < nEnd)
+        nStart = m_nHint;
+    for (uint32_t i = 0; i < section.nAmount; ++i) {
+        uint32_t n = nStart + i;
+        if (n >= nEnd)
+            n -= section.nAmount;
+        if (m_setKeyHash[n] == nHash && EqualNoCase(m_setEntry[n].key, key)) {
+            m_nHint = n + 1;
+            value = m_setEntry[n].value;
+            return true;
+        }
+    }
+    return false;
+}
+
+// Whether no two keys of a short section are equal without regard to case.
+bool CIniSectionReader::KeysUnique(const Section& section) const
+{
+    uint64_t nSeen[4] = {};  // a filter on the hash's low bits
+    for (uint32_t n = section.nFirst; n < section.nFirst + section.nAmount; ++n) {
+        const uint32_t nBit = m_setKeyHash[n] & 255;
+        if (nSeen[nBit >> 6] & (uint64_t(1) << (nBit & 63))) {
+            for (uint32_t k = section.nFirst; k < n; ++k)
+                if (m_setKeyHash[k] == m_setKeyHash[n] && EqualNoCase(m_setEntry[k].key, m_setEntry[n].key))
+                    return false;
+        }
+        nSeen[nBit >> 6] |= uint64_t(1) << (nBit & 63);
+    }
     return true;
 }
 

@@ -8,7 +8,8 @@
 // key in a section wins. Lines beginning with ";" or "//" are comments; lines
 // before the first section are ignored. A section header is a line whose
 // first non-blank character is "[", its title running to the first "]".
-// Lookups cost a binary search, however many keys a table reads.
+// A key lookup compares hashes of the folded keys: a walk over a short
+// section, a binary search in a long one.
 #pragma once
 
 #include <cstdint>
@@ -56,16 +57,26 @@ private:
         std::string_view title;
         uint32_t nFirst;   // first entry, file order
         uint32_t nAmount;  // entries in the section
+        uint32_t nHashFirst;  // long sections: first pair in m_setHashSorted
+        bool bUniqueKeys;     // short sections: no key occurs twice
     };
+    // Sections with more keys than this are searched through sorted hashes.
+    static constexpr uint32_t kLinearKeyAmount = 48;
 
     void Index();
+    bool KeysUnique(const Section& section) const;
     void IndexLine(std::string_view line);
 
     std::string m_strText;
     std::vector<Section> m_setSection;
     std::vector<Entry> m_setEntry;
-    // Per section, entry numbers sorted by key (then file order), for lookups.
-    std::vector<uint32_t> m_setSorted;
+    // Per entry, the hash of its ASCII-folded key, for lookups.
+    std::vector<uint32_t> m_setKeyHash;
+    // (hash << 32 | entry) of each long section, sorted within the section.
+    std::vector<uint64_t> m_setHashSorted;
+    // The entry after the last key found: where the next short-section walk
+    // starts. Only a starting point; it never changes an answer.
+    mutable uint32_t m_nHint = 0;
     // Section numbers sorted by title (then file order).
     std::vector<uint32_t> m_setTitleSorted;
 };

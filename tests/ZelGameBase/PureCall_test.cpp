@@ -2,14 +2,16 @@
 
 #include "Support/TestSupport.h"
 
-namespace {
-
+// Outside an anonymous namespace on purpose: there the optimiser would know
+// every override of Value() and call CProbe's directly.
 // An abstract class whose constructor reaches its own abstract slot: during
 // construction the object is of the abstract class, so the call lands in the
 // slot the compiler filled with the pure-call handler.
 class CAbstractProbe {
 public:
-    CAbstractProbe() { m_nDuringConstruction = SlotCall(); }
+    // Kept out of line, so that the optimiser cannot merge this class's
+    // vtable store with the derived class's.
+    __attribute__((noinline, noipa)) CAbstractProbe() { m_nDuringConstruction = SlotCall(); }
     virtual int Value() = 0;
     // Kept opaque to the optimiser, which would otherwise see the call.
     __attribute__((noinline, noipa)) int SlotCall() { return Value(); }
@@ -21,6 +23,8 @@ class CProbe : public CAbstractProbe {
 public:
     int Value() override { return 7; }
 };
+
+namespace {
 
 using PureCallTest = DataFolderTest;
 

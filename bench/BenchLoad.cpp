@@ -1,0 +1,120 @@
+// Start-up and per-table Load, each against the floor of reading the same
+// files into memory and splitting them into lines.
+#include <benchmark/benchmark.h>
+
+#include <string>
+#include <vector>
+
+#include "BenchSupport.h"
+#include "ClientData/ClientDataMgr.h"
+
+namespace {
+
+// Processor time, not wall time: the machine is shared, and waiting for a
+// core would otherwise land in the figures. Reads from the page cache count,
+// as they run on our processor time in the kernel.
+using Clock = CProcessorClock;
+
+double SecondsSince(Clock::time_point start) { return Clock::SecondsSince(start); }
+
+void BM_StartupFull(benchmark::State& state)
+{
+    for (auto _ : state) {
+        const Clock::time_point start = Clock::now();
+        IClientDataMgr* pMgr = QueryClientDataMgr();
+        pMgr->LoadDeferList();
+        pMgr->ReloadDeferred(false);
+        pMgr->ReloadDeferred(true);
+        state.SetIterationTime(SecondsSince(start));
+        DestroyClientDataMgr();
+    }
+}
+
+void BM_StartupFloor(benchmark::State& state)
+{
+    const std::vector<std::string>& setFile = StartupFiles();
+    for (auto _ : state) {
+        const Clock::time_point start = Clock::now();
+        benchmark::DoNotOptimize(FloorRead(setFile));
+        state.SetIterationTime(SecondsSince(start));
+    }
+    state.counters["files"] = static_cast<double>(setFile.size());
+}
+
+// Load of one specified table standing alone (no manager alive), timed
+// without the Clear before it.
+template <class T>
+void BM_TableLoad(benchmark::State& state)
+{
+    {
+        T table;
+        table.BuildFilePath();
+        for (auto _ : state) {
+            table.Clear();
+            const Clock::time_point start = Clock::now();
+            table.Load();
+            state.SetIterationTime(SecondsSince(start));
+        }
+        state.counters["records"] = static_cast<double>(table.GetLoadedAmount());
+    }
+    TableRegistry::Destroy();
+}
+
+void BM_TableFloor(benchmark::State& state, std::vector<std::string> setFile)
+{
+    for (auto _ : state) {
+        const Clock::time_point start = Clock::now();
+        benchmark::DoNotOptimize(FloorRead(setFile));
+        state.SetIterationTime(SecondsSince(start));
+    }
+}
+
+template <class T>
+void TableLoadRegister(const char* szName, std::vector<std::string> setFile)
+{
+    std::vector<std::string> setPresent;
+    for (const std::string& strFile : setFile)
+        if (BenchFileExists(strFile))
+            setPresent.push_back(strFile);
+    if (setPresent.empty())
+        return;  // the set lacks the table's files: nothing to compare
+    const std::string strLoad = std::string("load/") + szName;
+    const std::string strFloor = std::string("floor/") + szName;
+    benchmark::RegisterBenchmark(strLoad.c_str(), BM_TableLoad<T>)->UseManualTime()->Unit(benchmark::kMicrosecond);
+    benchmark::RegisterBenchmark(strFloor.c_str(), BM_TableFloor, setPresent)
+        ->UseManualTime()
+        ->Unit(benchmark::kMicrosecond);
+    FigureAdd({std::string("Load ") + szName + " / floor", strLoad, strFloor, 0, 0, false});
+}
+
+}  // namespace
+
+void LoadBenchmarksRegister()
+{
+    benchmark::RegisterBenchmark("startup/full", BM_StartupFull)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond)
+        ->MinTime(2.0);
+    benchmark::RegisterBenchmark("startup/floor", BM_StartupFloor)
+        ->UseManualTime()
+        ->Unit(benchmark::kMillisecond)
+        ->MinTime(2.0);
+    FigureAdd({"start-up / floor", "startup/full", "startup/floor", 3.0, 0, false});
+
+    TableLoadRegister<CItemTypeTable>("ItemType", {"ini/ItemType.dat"});
+    TableLoadRegister<CItemCategoryTable>("ItemCategory", {"ini/ItemCategory.dat"});
+    TableLoadRegister<CMagicData>("MagicType", {"ini/MagicType.ini", "ini/MagicTypeEx.ini"});
+    TableLoadRegister<CMonsterTypeTable>("Monster", {"ini/Monster.dat"});
+    TableLoadRegister<CMonsterSpeakTable>("monsterspeak", {"ini/monsterspeak.ini"});
+    TableLoadRegister<CNpcTypeInfoTable>("Npc", {"ini/Npc.ini"});
+    TableLoadRegister<CNpcTypeInfoExTable>("NewNpc", {"ini/NewNpc.ini"});
+    TableLoadRegister<CActionTypeData>("ActionType", {"ini/ActionType.ini", "ini/MonsterActionType.ini"});
+    TableLoadRegister<CActionDelayData>("ActionDelay", {"ini/ActionDelay.ini"});
+    TableLoadRegister<CActionCtrlData>("ActionCtrl", {"ini/ActionCtrl.ini"});
+    TableLoadRegister<CActionEffectOffsetData>("ActionEffectOffset", {"ini/ActionEffectOffset.ini"});
+    TableLoadRegister<CActionValueData>("Action", {"ini/Action.dat"});
+    TableLoadRegister<CBattleTutorialTable>("BattleTutorial", {"ini/BattleTutorial.ini"});
+    TableLoadRegister<CFontSetting>("FontSetting", {"ini/FontSetting.ini", "ini/Font.ini"});
+    TableLoadRegister<CSoundEvent>("SoundEvent", {"ini/SoundEvent.ini"});
+    TableLoadRegister<CCommonIni>("CommonIni", {"ini/Common.ini"});
+}
