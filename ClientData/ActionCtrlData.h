@@ -39,6 +39,8 @@ public:
     virtual const ActionCtrlInfo* GetActionCtrl(int64_t nKey);
 
     std::size_t GetLoadedAmount() const { return m_mapCtrl.size(); }
+    // Every record held, by key (for tools).
+    const std::map<int64_t, ActionCtrlInfo>& Ctrls() const { return m_mapCtrl; }
 
 private:
     const ActionCtrlInfo* Find(int64_t nKey) const;

@@ -32,6 +32,8 @@ public:
     virtual const ActionDelayInfo* GetActionDelay(uint32_t nAction);
 
     std::size_t GetLoadedAmount() const { return m_mapDelay.size(); }
+    // Every record held, by action number (for tools).
+    const std::map<uint32_t, ActionDelayInfo>& Delays() const { return m_mapDelay; }
 
 private:
     std::map<uint32_t, ActionDelayInfo> m_mapDelay;

@@ -37,6 +37,8 @@ public:
     virtual const ActionEffectOffset* GetActionEffectOffset(int nId, int nVariant, int nSubVariant);
 
     std::size_t GetLoadedAmount() const { return m_setOffset.size(); }
+    // Every record held, in file order (for tools).
+    const std::vector<ActionEffectOffset>& Offsets() const { return m_setOffset; }
 
 private:
     using Key = std::tuple<int32_t, int32_t, int32_t>;

@@ -29,6 +29,8 @@ public:
     virtual int GetActionValue(int64_t nKey);
 
     std::size_t GetLoadedAmount() const { return m_mapValue.size(); }
+    // Every value held, by key (for tools).
+    const std::map<int64_t, int>& Values() const { return m_mapValue; }
 
 private:
     std::map<int64_t, int> m_mapValue;

@@ -42,7 +42,9 @@ void WriteAlternativeSet(CGenContext& context)
     std::string strList = "// version-dependent tables: read from ini/200/ on the alternative data set\n";
     for (const char* szName : kDeferred) {
         strList += std::string(szName) + "\n";
-        GenerateGenericFile(context, AlternativePathOf(szName), 1);
+        // A table with a generator of its own writes its alternative file too.
+        if (GeneratorFor(szName) == nullptr)
+            GenerateGenericFile(context, AlternativePathOf(szName), 1);
     }
     context.Write("DeferList.dat", strList, true);
 }

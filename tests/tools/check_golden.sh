@@ -1,0 +1,27 @@
+#!/usr/bin/env bash
+# Runs one clientdata command on a fresh copy of the sample and compares its
+# output with a golden file (UPDATE_GOLDEN=1 rewrites the golden file).
+#   check_golden.sh CLIENTDATA SAMPLE GOLDEN EXPECTED_STATUS ARGS...
+# In ARGS, @DIR@ stands for the copied data folder.
+set -uo pipefail
+clientdata=$1 sample=$2 golden=$3 expected=$4
+shift 4
+scratch=$(mktemp -d)
+trap 'rm -rf "$scratch"' EXIT
+cp -r "$sample" "$scratch/data"
+args=()
+for arg in "$@"; do args+=("${arg//@DIR@/$scratch/data}"); done
+"$clientdata" "${args[@]}" 2>&1 | sed "s#$scratch/data#DIR#g" >"$scratch/out.txt"
+status=${PIPESTATUS[0]}
+if [ "$status" -ne "$expected" ]; then
+  cat "$scratch/out.txt" | head -20
+  echo "exit status $status, expected $expected"
+  exit 1
+fi
+if [ "${UPDATE_GOLDEN:-0}" = 1 ]; then
+  cp "$scratch/out.txt" "$golden"
+  echo "updated $golden"
+  exit 0
+fi
+if ! diff -u "$golden" "$scratch/out.txt" | head -40; then :; fi
+diff -q "$golden" "$scratch/out.txt" >/dev/null

@@ -1,0 +1,148 @@
+// Views of the monster types ("monster", by type id) and the monster speech
+// ("monster-speak", by monster type id). Records are found through the
+// tables' own lookups; the ids to list come from the section titles of the
+// file the table read, so a repeated id shows once, as the lookup answers it.
+#include <cerrno>
+#include <cstdint>
+#include <cstdlib>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "ClientData/ClientDataMgr.h"
+#include "TableView.h"
+#include "ZelGameBase/IniSectionReader.h"
+#include "ZelGameBase/ZelCrt.h"
+
+namespace {
+
+// A whole decimal number in range of a 32-bit id.
+bool KeyToId(const std::vector<std::string>& setKey, long long& nId)
+{
+    if (setKey.size() != 1 || setKey[0].empty())
+        return false;
+    char* pEnd = nullptr;
+    errno = 0;
+    nId = std::strtoll(setKey[0].c_str(), &pEnd, 10);
+    return *pEnd == '\0' && errno == 0 && nId >= INT32_MIN && nId <= UINT32_MAX;
+}
+
+void MonsterRecord(const MonsterTypeInfo& info, int nCanTakeStatus, ViewRecord& record)
+{
+    record.strKey = std::to_string(info.nId);
+    record.AddInt("Id", info.nId);
+    record.AddText("Name", info.szName);
+    record.AddInt("SizeAdd", info.nSizeAdd);
+    record.AddInt("ZoomPercent", info.nZoomPercent);
+    record.AddInt("MaxLife", info.nMaxLife);
+    record.AddInt("Level", info.nLevel);
+    record.AddInt("WhiteBlack", info.nWhiteBlack);
+    record.AddInt("BattleLev", info.nBattleLev);
+    record.AddInt("NameAltitude", info.nNameAltitude);
+    record.AddInt("Sort", info.nSort);
+    record.AddInt("ExtraExp", info.nExtraExp);
+    record.AddText("DisappearEffect", info.szDisappearEffect);
+    record.AddText("DisappearSound", info.szDisappearSound);
+    record.AddInt("LeftWeapon", info.nLeftWeapon);
+    record.AddInt("RightWeapon", info.nRightWeapon);
+    record.AddText("Effect", info.szEffect);
+    record.AddInt("NameHeight", info.nNameHeight);
+    record.AddText("AttackEffect", info.szAttackEffect);
+    record.AddText("AppearEffect", info.szAppearEffect);
+    record.AddInt("DefyStatus", info.nDefyStatus);
+    record.AddInt("LockDir", info.nLockDir);
+    record.AddText("DefyEffect", info.szDefyEffect);
+    record.AddInt("CanTakeStatus", nCanTakeStatus);
+}
+
+void MonsterAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
+{
+    CMonsterTypeTable& table = *mgr.GetMonster();
+    CIniSectionReader reader;
+    if (!reader.Open(table.GetFilePath().c_str(), 1))
+        return;
+    std::set<int> setSeen;
+    for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection) {
+        const char* szTitle = reader.GetTitle(nSection).data();
+        int nId = 0;
+        if (CrtScanInt32(szTitle, &nId) != SCAN_CONVERTED || !setSeen.insert(nId).second)
+            continue;
+        if (const MonsterTypeInfo* pInfo = table.GetMonsterType(nId)) {
+            setRecord.emplace_back();
+            MonsterRecord(*pInfo, table.CanTakeStatus(nId), setRecord.back());
+        }
+    }
+}
+
+bool MonsterGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record)
+{
+    long long nId = 0;
+    if (!KeyToId(setKey, nId))
+        return false;
+    CMonsterTypeTable& table = *mgr.GetMonster();
+    const MonsterTypeInfo* pInfo = table.GetMonsterType(static_cast<int>(nId));
+    if (pInfo == nullptr)
+        return false;
+    MonsterRecord(*pInfo, table.CanTakeStatus(pInfo->nId), record);
+    return true;
+}
+
+// The occasions in the order the record stores them, with their key words.
+const struct {
+    int nOccasion;
+    const char* szWord;
+} kOccasions[] = {
+    {MONSTER_SPEAK_ATTACK, "Attack"}, {MONSTER_SPEAK_BEAT, "Beat"}, {MONSTER_SPEAK_DEAD, "Dead"},
+    {MONSTER_SPEAK_SKILL, "Skill"},   {MONSTER_SPEAK_BORN, "Born"},
+};
+
+void SpeakRecord(uint32_t nId, const MonsterSpeakInfo& info, ViewRecord& record)
+{
+    record.strKey = std::to_string(nId);
+    record.AddInt("Id", nId);
+    for (const auto& occasion : kOccasions) {
+        const std::string strWord = occasion.szWord;
+        const std::vector<MonsterSpeakEntry>& setEntry = info.setEntry[occasion.nOccasion];
+        record.AddInt((strWord + "Probability").c_str(), info.nProbability[occasion.nOccasion]);
+        record.AddInt((strWord + "DefaultShare").c_str(), info.nDefaultShare[occasion.nOccasion]);
+        record.AddInt((strWord + "Amount").c_str(), static_cast<long long>(setEntry.size()));
+        for (std::size_t i = 0; i < setEntry.size(); ++i) {
+            record.AddText((strWord + std::to_string(i)).c_str(), setEntry[i].strText);
+            record.AddInt((strWord + "Probability" + std::to_string(i)).c_str(), setEntry[i].nProbability);
+        }
+    }
+}
+
+void SpeakAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
+{
+    CMonsterSpeakTable& table = *mgr.Getmonsterspeak();
+    CIniSectionReader reader;
+    if (!reader.Open("ini/monsterspeak.ini", 0))
+        return;
+    std::set<uint32_t> setId;  // the table's own order: ascending ids
+    for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection)
+        setId.insert(static_cast<uint32_t>(CrtAtoi(reader.GetTitle(nSection).data())));
+    for (uint32_t nId : setId) {
+        if (const MonsterSpeakInfo* pInfo = table.GetMonsterSpeak(nId)) {
+            setRecord.emplace_back();
+            SpeakRecord(nId, *pInfo, setRecord.back());
+        }
+    }
+}
+
+bool SpeakGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record)
+{
+    long long nId = 0;
+    if (!KeyToId(setKey, nId))
+        return false;
+    const MonsterSpeakInfo* pInfo = mgr.Getmonsterspeak()->GetMonsterSpeak(static_cast<uint32_t>(nId));
+    if (pInfo == nullptr)
+        return false;
+    SpeakRecord(static_cast<uint32_t>(nId), *pInfo, record);
+    return true;
+}
+
+const TableViewRegistration kMonsterView({"monster", "ID", &MonsterAll, &MonsterGet});
+const TableViewRegistration kSpeakView({"monster-speak", "MONSTER_TYPE_ID", &SpeakAll, &SpeakGet});
+
+}  // namespace

@@ -1,0 +1,146 @@
+// Views of the two NPC type tables ("npc" for "ini/Npc.ini", "npc-ex" for
+// "NewNpc.ini"), by NPC type id. Records are found through the tables' own
+// lookups; the ids to list come from the section titles of the file the
+// table read, so a repeated id shows once, as the first-wins lookup answers it.
+#include <cerrno>
+#include <cstdint>
+#include <cstdlib>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "ClientData/ClientDataMgr.h"
+#include "ClientData/NpcTypeStore.h"
+#include "TableView.h"
+#include "ZelGameBase/IniSectionReader.h"
+
+namespace {
+
+bool KeyToId(const std::vector<std::string>& setKey, uint32_t& nId)
+{
+    if (setKey.size() != 1 || setKey[0].empty())
+        return false;
+    char* pEnd = nullptr;
+    errno = 0;
+    const long long nValue = std::strtoll(setKey[0].c_str(), &pEnd, 10);
+    nId = static_cast<uint32_t>(nValue);
+    return *pEnd == '\0' && errno == 0 && nValue >= 0 && nValue <= UINT32_MAX;
+}
+
+// The ids of a file's sections, in file order, each once.
+std::vector<uint32_t> NpcIds(const char* szPath)
+{
+    std::vector<uint32_t> setId;
+    CIniSectionReader reader;
+    if (!reader.Open(szPath, 0))
+        return setId;
+    std::set<uint32_t> setSeen;
+    for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection) {
+        const uint32_t nId = NpcTypeIdParse(reader.GetTitle(nSection).data());
+        if (setSeen.insert(nId).second)
+            setId.push_back(nId);
+    }
+    return setId;
+}
+
+void NpcRecord(const NpcTypeInfo& info, ViewRecord& record)
+{
+    record.strKey = std::to_string(info.nId);
+    record.AddInt("Id", info.nId);
+    record.AddText("Name", info.szName);
+    record.AddText("Effect", info.szEffect);
+    record.AddInt("SimpleObjId", info.nSimpleObjId);
+    record.AddInt("StandByMotion", info.nStandByMotion);
+    record.AddInt("BlazeMotion", info.nBlazeMotion);
+    record.AddInt("BlazeMotion1", info.nBlazeMotion1);
+    record.AddInt("BlazeMotion2", info.nBlazeMotion2);
+    record.AddInt("RestMotion", info.nRestMotion);
+    record.AddText("Note", info.szNote);
+    record.AddInt("ZoomPercent", info.nZoomPercent);
+    record.AddInt("MouseSign", info.nMouseSign);
+    record.AddInt("ChangeDir", info.nChangeDir);
+    record.AddInt("FrontBlock", info.nFrontBlock);
+    record.AddInt("BackBlock", info.nBackBlock);
+    record.AddInt("LeftBlock", info.nLeftBlock);
+    record.AddInt("RightBlock", info.nRightBlock);
+    record.AddInt("LeftWeapon", info.nLeftWeapon);
+    record.AddInt("RightWeapon", info.nRightWeapon);
+}
+
+void NpcExRecord(const NpcTypeInfoEx& info, ViewRecord& record)
+{
+    record.strKey = std::to_string(info.nId);
+    record.AddInt("Id", info.nId);
+    record.AddText("Name", info.szName);
+    record.AddInt("FixDir", info.nFixDir);
+    record.AddInt("ZoomPercent", info.nZoomPercent);
+    record.AddInt("Look", info.nLook);
+    record.AddInt("Head", info.nHead);
+    record.AddInt("Hair", info.nHair);
+    record.AddInt("Armor", info.nArmor);
+    record.AddInt("Armet", info.nArmet);
+    record.AddInt("RightWeapon", info.nRightWeapon);
+    record.AddInt("LeftWeapon", info.nLeftWeapon);
+    record.AddInt("Misc", info.nMisc);
+    record.AddInt("Mount", info.nMount);
+    record.AddText("Effect", info.szEffect);
+    record.AddInt("StandByMotion", info.nStandByMotion);
+    record.AddInt("BlazeMotion", info.nBlazeMotion);
+    record.AddInt("BlazeMotion1", info.nBlazeMotion1);
+    record.AddInt("BlazeMotion2", info.nBlazeMotion2);
+    record.AddInt("RestMotion", info.nRestMotion);
+    record.AddText("Note", info.szNote);
+    record.AddInt("MouseSign", info.nMouseSign);
+    record.AddInt("FrontBlock", info.nFrontBlock);
+    record.AddInt("BackBlock", info.nBackBlock);
+    record.AddInt("LeftBlock", info.nLeftBlock);
+    record.AddInt("RightBlock", info.nRightBlock);
+    record.AddInt("NameHeight", info.nNameHeight);
+    record.AddInt("Face3D", info.nFace3D);
+    record.AddInt("Alpha", info.nAlpha);
+    record.AddInt("ScriptId", info.nScriptId);
+}
+
+void NpcAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
+{
+    for (uint32_t nId : NpcIds("ini/Npc.ini")) {
+        if (const NpcTypeInfo* pInfo = mgr.GetNpc()->GetNpcType(nId)) {
+            setRecord.emplace_back();
+            NpcRecord(*pInfo, setRecord.back());
+        }
+    }
+}
+
+bool NpcGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record)
+{
+    uint32_t nId = 0;
+    const NpcTypeInfo* pInfo = KeyToId(setKey, nId) ? mgr.GetNpc()->GetNpcType(nId) : nullptr;
+    if (pInfo != nullptr)
+        NpcRecord(*pInfo, record);
+    return pInfo != nullptr;
+}
+
+void NpcExAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
+{
+    CNpcTypeInfoExTable& table = *mgr.GetNewNpc();
+    for (uint32_t nId : NpcIds(table.GetFilePath().c_str())) {
+        if (const NpcTypeInfoEx* pInfo = table.GetNpcType(nId)) {
+            setRecord.emplace_back();
+            NpcExRecord(*pInfo, setRecord.back());
+        }
+    }
+}
+
+bool NpcExGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record)
+{
+    uint32_t nId = 0;
+    const NpcTypeInfoEx* pInfo = KeyToId(setKey, nId) ? mgr.GetNewNpc()->GetNpcType(nId) : nullptr;
+    if (pInfo != nullptr)
+        NpcExRecord(*pInfo, record);
+    return pInfo != nullptr;
+}
+
+const TableViewRegistration kNpcView({"npc", "NPC_TYPE_ID", &NpcAll, &NpcGet});
+const TableViewRegistration kNpcExView({"npc-ex", "NPC_TYPE_ID", &NpcExAll, &NpcExGet});
+
+}  // namespace

@@ -1,0 +1,87 @@
+// The view of the tutorial scripts ("tutorial", by script id): the script's
+// type and its usable commands in order, each with its keyword, code,
+// parameter slots and, for the tip commands, its text.
+#include <cerrno>
+#include <cstdint>
+#include <cstdlib>
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "ClientData/ClientDataMgr.h"
+#include "TableView.h"
+#include "ZelGameBase/IniSectionReader.h"
+#include "ZelGameBase/ZelCrt.h"
+
+namespace {
+
+const TutorialKeyword* KeywordOfCode(int nCode)
+{
+    static const std::map<int, const TutorialKeyword*> mapCode = [] {
+        std::map<int, const TutorialKeyword*> map;
+        for (int i = 0; i < TutorialKeywordAmount(); ++i)
+            map.emplace(TutorialKeywordAt(i).nCode, &TutorialKeywordAt(i));
+        return map;
+    }();
+    const auto it = mapCode.find(nCode);
+    return it != mapCode.end() ? it->second : nullptr;
+}
+
+void ScriptRecord(int nId, const TutorialScript& script, ViewRecord& record)
+{
+    record.strKey = std::to_string(nId);
+    record.AddInt("Id", nId);
+    record.AddInt("Type", script.nType);
+    record.AddInt("CommandAmount", static_cast<long long>(script.setCommand.size()));
+    for (std::size_t i = 0; i < script.setCommand.size(); ++i) {
+        const TutorialCommand& command = script.setCommand[i];
+        const TutorialKeyword* pKeyword = KeywordOfCode(command.nCode);
+        const std::string strName = "Command" + std::to_string(i);
+        std::string strParams;
+        for (int nParam : command.nParam)
+            strParams += (strParams.empty() ? "" : ",") + std::to_string(nParam);
+        record.AddText((strName + "Keyword").c_str(), pKeyword != nullptr ? pKeyword->szKeyword : "");
+        record.AddInt((strName + "Code").c_str(), command.nCode);
+        record.AddText((strName + "Params").c_str(), strParams);
+        if (pKeyword != nullptr && pKeyword->nTextToken > 0)
+            record.AddText((strName + "Text").c_str(), command.szText);
+    }
+}
+
+void TutorialAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
+{
+    CBattleTutorialTable& table = *mgr.GetBattleTutorial();
+    CIniSectionReader reader;
+    if (!reader.Open(table.GetFilePath().c_str(), 0))
+        return;
+    std::set<int> setId;  // the table's own order: ascending ids
+    for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection)
+        setId.insert(CrtAtoi(reader.GetTitle(nSection).data()));
+    for (int nId : setId) {
+        if (const TutorialScript* pScript = table.GetScript(nId)) {
+            setRecord.emplace_back();
+            ScriptRecord(nId, *pScript, setRecord.back());
+        }
+    }
+}
+
+bool TutorialGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record)
+{
+    if (setKey.size() != 1 || setKey[0].empty())
+        return false;
+    char* pEnd = nullptr;
+    errno = 0;
+    const long long nId = std::strtoll(setKey[0].c_str(), &pEnd, 10);
+    if (*pEnd != '\0' || errno != 0 || nId < INT32_MIN || nId > INT32_MAX)
+        return false;
+    const TutorialScript* pScript = mgr.GetBattleTutorial()->GetScript(static_cast<int>(nId));
+    if (pScript == nullptr)
+        return false;
+    ScriptRecord(static_cast<int>(nId), *pScript, record);
+    return true;
+}
+
+const TableViewRegistration kTutorialView({"tutorial", "SCRIPT_ID", &TutorialAll, &TutorialGet});
+
+}  // namespace
