@@ -10,14 +10,8 @@ static_assert(std::is_same_v<CatalogueSlot<165>::Class, CActionCtrlData>);
 
 namespace {
 
-class ActionCtrlDataTest : public DataFolderTest {
+class ActionCtrlDataTest : public RegistryFolderTest<TableRegistry> {
 protected:
-    void TearDown() override
-    {
-        TableRegistry::Destroy();
-        DataFolderTest::TearDown();
-    }
-
     // A section whose first time percentage marks it.
     static std::string Section(const std::string& strTitle, int nMark)
     {
@@ -42,19 +36,17 @@ TEST_F(ActionCtrlDataTest, SegmentCountIsTheRemainderByEight)
               "[4]\nSection=15\nMovePercent6=66\nMovePercent7=77\n"
               "[1]\nSection=1\n");  // a repeated key: the first section stays
     m_table.Load();
-    const ActionCtrlInfo* pCtrl = m_table.GetActionCtrl(1);
-    ASSERT_NE(pCtrl, nullptr);
-    EXPECT_EQ(pCtrl->nSection, 3);
-    EXPECT_EQ(pCtrl->nTimePercent[2], 30);
-    EXPECT_EQ(pCtrl->nTimePercent[3], 0);  // beyond the count: not read
-    EXPECT_EQ(pCtrl->nMovePercent[0], 11);
-    ASSERT_NE(m_table.GetActionCtrl(2), nullptr);
-    EXPECT_EQ(m_table.GetActionCtrl(2)->nSection, 0);
-    EXPECT_EQ(m_table.GetActionCtrl(2)->nTimePercent[0], 0);
-    ASSERT_NE(m_table.GetActionCtrl(4), nullptr);
-    EXPECT_EQ(m_table.GetActionCtrl(4)->nSection, 7);
-    EXPECT_EQ(m_table.GetActionCtrl(4)->nMovePercent[6], 66);
-    EXPECT_EQ(m_table.GetActionCtrl(4)->nMovePercent[7], 0);
+    const ActionCtrlInfo *p1 = m_table.GetActionCtrl(1), *p2 = m_table.GetActionCtrl(2), *p4 = m_table.GetActionCtrl(4);
+    ASSERT_TRUE(p1 && p2 && p4);
+    EXPECT_EQ(p1->nSection, 3);
+    EXPECT_EQ(p1->nTimePercent[2], 30);
+    EXPECT_EQ(p1->nTimePercent[3], 0);  // beyond the count: not read
+    EXPECT_EQ(p1->nMovePercent[0], 11);
+    EXPECT_EQ(p2->nSection, 0);
+    EXPECT_EQ(p2->nTimePercent[0], 0);
+    EXPECT_EQ(p4->nSection, 7);
+    EXPECT_EQ(p4->nMovePercent[6], 66);
+    EXPECT_EQ(p4->nMovePercent[7], 0);
 }
 
 TEST_F(ActionCtrlDataTest, WildcardChainTriesItsExactKeysInOrder)

@@ -10,22 +10,13 @@ static_assert(std::is_same_v<CatalogueSlot<163>::Class, CActionDelayData>);
 
 namespace {
 
-class ActionDelayDataTest : public DataFolderTest {
-protected:
-    void TearDown() override
-    {
-        TableRegistry::Destroy();
-        DataFolderTest::TearDown();
-    }
-};
+using ActionDelayDataTest = RegistryFolderTest<TableRegistry>;
 
 TEST_F(ActionDelayDataTest, ReadsOneRecordPerSectionFirstSectionWins)
 {
-    WriteFile("ini/ActionDelay.ini",
-              "[100]\nWoundDelay=10\nBlockDelay=20\nDieDelay=30\n"
-              "[200]\nBlockDelay=5\n"
-              "[100]\nWoundDelay=99\n"
-              "[walk]\nWoundDelay=7\n");  // not a number: action 0
+    // A repeated [100] is passed over; [walk] is not a number: action 0.
+    WriteFile("ini/ActionDelay.ini", "[100]\nWoundDelay=10\nBlockDelay=20\nDieDelay=30\n[200]\nBlockDelay=5\n"
+                                     "[100]\nWoundDelay=99\n[walk]\nWoundDelay=7\n");
     CActionDelayData table;
     table.Load();
     const auto* pDelay = CallSlot<const ActionDelayInfo*>(&table, 7, uint32_t{100});

@@ -1,5 +1,7 @@
 #include "ClientData/ActionEffectOffsetData.h"
 
+#include <vector>
+
 #include <gtest/gtest.h>
 
 #include "ClientData/Catalogue.h"
@@ -10,29 +12,19 @@ static_assert(std::is_same_v<CatalogueSlot<94>::Class, CActionEffectOffsetData>)
 
 namespace {
 
-class ActionEffectOffsetDataTest : public DataFolderTest {
-protected:
-    void TearDown() override
-    {
-        TableRegistry::Destroy();
-        DataFolderTest::TearDown();
-    }
-};
+using ActionEffectOffsetDataTest = RegistryFolderTest<TableRegistry>;
 
 TEST_F(ActionEffectOffsetDataTest, SectionNumberSplitsIntoIdVariantAndSubVariant)
 {
-    WriteFile("ini/ActionEffectOffset.ini",
-              "[1234567]\nnOffsetX=1\nnOffsetY=-2\nnOffsetZ=3\n"
-              "[0]\n[-1234567]\n[name]\n"  // 0 and below are skipped
-              "[7]\nnOffsetZ=9\n"
-              "[1234567]\nnOffsetX=100\n");  // same triple: the first in file order answers
+    // 0 and below are skipped; for the same triple the first in file order answers.
+    WriteFile("ini/ActionEffectOffset.ini", "[1234567]\nnOffsetX=1\nnOffsetY=-2\nnOffsetZ=3\n[0]\n[-1234567]\n[name]\n"
+                                            "[7]\nnOffsetZ=9\n[1234567]\nnOffsetX=100\n");
     CActionEffectOffsetData table;
     table.Load();
     const auto* pOffset = CallSlot<const ActionEffectOffset*>(&table, 7, 123, 456, 7);
     ASSERT_NE(pOffset, nullptr);
-    EXPECT_EQ(pOffset->nOffsetX, 1);
-    EXPECT_EQ(pOffset->nOffsetY, -2);
-    EXPECT_EQ(pOffset->nOffsetZ, 3);
+    EXPECT_EQ(std::vector<int>({pOffset->nOffsetX, pOffset->nOffsetY, pOffset->nOffsetZ}),
+              (std::vector<int>{1, -2, 3}));
     ASSERT_NE(table.GetActionEffectOffset(0, 0, 7), nullptr);
     EXPECT_EQ(table.GetActionEffectOffset(0, 0, 7)->nOffsetZ, 9);
     EXPECT_EQ(table.GetActionEffectOffset(0, 0, 0), nullptr);

@@ -10,14 +10,7 @@ static_assert(std::is_same_v<CatalogueSlot<200>::Class, CActionTypeData>);
 
 namespace {
 
-class ActionTypeDataTest : public DataFolderTest {
-protected:
-    void TearDown() override
-    {
-        TableRegistry::Destroy();
-        DataFolderTest::TearDown();
-    }
-};
+using ActionTypeDataTest = RegistryFolderTest<TableRegistry>;
 
 TEST_F(ActionTypeDataTest, MapsNamesToPlayerAndMonsterNumbersThroughSlots7And8)
 {

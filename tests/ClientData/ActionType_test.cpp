@@ -18,14 +18,11 @@ TEST(ActionTypeTest, NamesKeepTheirPositionsAndMatchOnlyAsSpelled)
 
 TEST(ActionTypeTest, ReplaceDigitsKeepsTheOtherGroupsAndCarriesWideValues)
 {
-    struct Case {
+    const struct {
         long long nKey;
-        int nFrom;
-        int nTo;
-        long long nValue;
-        long long nExpected;
-    };
-    const Case cases[] = {
+        int nFrom, nTo;
+        long long nValue, nExpected;
+    } cases[] = {
         {123456789, 0, 2, 999, 123456999},
         {123456789, 6, 8, 999, 999456789},
         {123456789, 9, 10, 99, 99123456789},
@@ -36,7 +33,7 @@ TEST(ActionTypeTest, ReplaceDigitsKeepsTheOtherGroupsAndCarriesWideValues)
         {-1234567, 0, 2, 999, -1233001},
         {-1234567, 3, 5, 999, -1567},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(ActionKeyReplaceDigits(c.nKey, c.nFrom, c.nTo, c.nValue), c.nExpected) << c.nKey;
     // Keys near the limits wrap instead of overflowing (the sanitizer build checks).
     ActionKeyReplaceDigits(LLONG_MAX, 9, 10, 999999);

@@ -10,14 +10,8 @@ static_assert(std::is_same_v<CatalogueSlot<148>::Class, CActionValueData>);
 
 namespace {
 
-class ActionValueDataTest : public DataFolderTest {
+class ActionValueDataTest : public RegistryFolderTest<TableRegistry> {
 protected:
-    void TearDown() override
-    {
-        TableRegistry::Destroy();
-        DataFolderTest::TearDown();
-    }
-
     int ValueOf(int64_t nKey) { return CallSlot<int>(&m_table, 7, nKey); }
 
     CActionValueData m_table;

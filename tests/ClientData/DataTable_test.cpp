@@ -42,11 +42,9 @@ protected:
     std::string Resolve(const char* szName, bool bDefer, int nVersion, bool bCallback = true)
     {
         CNamedTable table(szName);
-        if (bDefer)
-            table.SetDefer();
+        if (bDefer) table.SetDefer();
         g_nVersion = nVersion;
-        if (bCallback)
-            QueryClientDataMgr()->SetVersionQuery(AnswerVersion);
+        if (bCallback) QueryClientDataMgr()->SetVersionQuery(AnswerVersion);
         table.BuildFilePath();
         return table.GetFilePath();
     }
@@ -54,27 +52,19 @@ protected:
 
 TEST_F(DataTableTest, PathFollowsMarkAndVersion)
 {
+    EXPECT_EQ(Resolve("ItemType.dat", true, 200, false), "ini/ItemType.dat");  // no callback: the standard set
     EXPECT_EQ(Resolve("EudAttrName.dat", true, 200), "ini/200/EudAttrName_200.dat");
     EXPECT_EQ(Resolve("EudAttrName.dat", true, 100), "ini/EudAttrName.dat");
     EXPECT_EQ(Resolve("EudAttrName.dat", true, 0), "ini/200/EudAttrName_200.dat");
     EXPECT_EQ(Resolve("MagicTypeEx.ini", true, 300), "ini/200/MagicTypeEx_200.ini");
     EXPECT_EQ(Resolve("a.b.ini", true, 200), "ini/200/a.b_200.ini");  // only the last dot counts
     EXPECT_EQ(Resolve("", false, 200), "ini/");
-}
-
-TEST_F(DataTableTest, UnmarkedTableNeverAsksTheCallback)
-{
     g_nVersionCalls = 0;
     EXPECT_EQ(Resolve("ItemType.dat", false, 200), "ini/ItemType.dat");
-    EXPECT_EQ(g_nVersionCalls, 0);
+    EXPECT_EQ(g_nVersionCalls, 0);  // an unmarked table never asks
 }
 
-TEST_F(DataTableTest, NoCallbackMeansStandardSet)
-{
-    EXPECT_EQ(Resolve("ItemType.dat", true, 200, false), "ini/ItemType.dat");
-}
-
-TEST_F(DataTableTest, CallbackIsAskedOnEveryBuild)
+TEST_F(DataTableTest, CallbackIsAskedOnEveryBuildAndANameWithoutDotIsOutOfRange)
 {
     CNamedTable table("Shop.dat");
     table.SetDefer();
@@ -85,15 +75,10 @@ TEST_F(DataTableTest, CallbackIsAskedOnEveryBuild)
     g_nVersion = 100;
     table.BuildFilePath();
     EXPECT_EQ(table.GetFilePath(), "ini/Shop.dat");  // replaced whole, never appended
-}
-
-TEST_F(DataTableTest, MarkedNameWithoutDotIsOutOfRange)
-{
-    CNamedTable table("NoExtension");
-    table.SetDefer();
+    CNamedTable bare("NoExtension");
+    bare.SetDefer();
     g_nVersion = 200;
-    QueryClientDataMgr()->SetVersionQuery(AnswerVersion);
-    EXPECT_THROW(table.BuildFilePath(), std::out_of_range);
+    EXPECT_THROW(bare.BuildFilePath(), std::out_of_range);
 }
 
 TEST_F(DataTableTest, RegistryHoldsEachTableOnceInAddressOrder)

@@ -12,56 +12,22 @@
 namespace {
 
 const char kOrderedSettings[] =
-    "GUIFontShadow=1\r\n"
-    "GUIFontShadowColor=404040\r\n"
-    "ChatFont=Font/simsun.ttf\r\n"
-    "ChatFontSize=14\r\n"
-    "Antialias=0\r\n"
-    "TipFontShadow=2\r\n"
-    "TipFontShadowColor=80102030\r\n";
+    "GUIFontShadow=1\r\nGUIFontShadowColor=404040\r\nChatFont=Font/simsun.ttf\r\nChatFontSize=14\r\n"
+    "Antialias=0\r\nTipFontShadow=2\r\nTipFontShadowColor=80102030\r\n";
 
-class FontSettingTest : public DataFolderTest {
-protected:
-    void TearDown() override
-    {
-        TableRegistry::Destroy();
-        DataFolderTest::TearDown();
-    }
-};
-
-TEST_F(FontSettingTest, ReadsTheSettingsInTheirOrder)
-{
-    WriteFile("ini/FontSetting.ini", std::string("; font settings\r\n") + kOrderedSettings);
-    CFontSetting table;
-    table.Load();
-    EXPECT_EQ(table.GetGUIFontShadow(), 1);
-    EXPECT_EQ(table.GetGUIFontShadowColor(), 0xFF404040u);
-    EXPECT_STREQ(table.GetChatFontFile(), "Font/simsun.ttf");
-    EXPECT_EQ(table.GetChatFontSize(), 14);
-    EXPECT_EQ(table.GetAntialias(), 0);
-    EXPECT_EQ(table.GetTipFontShadow(), 2);
-    EXPECT_EQ(table.GetTipFontShadowColor(), 0x80102030u);
-    EXPECT_STREQ(table.GetGUIFontFile(), "");
-    EXPECT_STREQ(table.GetTipFontFile(), "");
-    EXPECT_EQ(table.GetLoadedAmount(), 7u);
-    EXPECT_EQ(LogEntryCount(), 0);
-}
+using FontSettingTest = RegistryFolderTest<TableRegistry>;
 
 TEST_F(FontSettingTest, ColoursWithoutAlphaAreOpaque)
 {
-    struct Case {
-        const char* szValue;
-        uint32_t dwColour;
-    };
-    const Case kCases[] = {
-        {"0", 0xFF000000}, {"", 0xFF000000},       {"404040", 0xFF404040},  {"FFFFFF", 0xFFFFFFFF},
+    const std::pair<const char*, uint32_t> kCases[] = {
+        {"0", 0xFF000000},       {"", 0xFF000000},         {"404040", 0xFF404040}, {"FFFFFF", 0xFFFFFFFF},
         {"1000000", 0x01000000}, {"80404040", 0x80404040}, {"zz", 0xFF000000},
     };
-    for (const Case& c : kCases) {
-        WriteFile("ini/FontSetting.ini", std::string("GUIFontShadow=0\nGUIFontShadowColor=") + c.szValue + "\n");
+    for (const auto& c : kCases) {
+        WriteFile("ini/FontSetting.ini", std::string("GUIFontShadow=0\nGUIFontShadowColor=") + c.first + "\n");
         CFontSetting table;
         table.Load();
-        EXPECT_EQ(table.GetGUIFontShadowColor(), c.dwColour) << c.szValue;
+        EXPECT_EQ(table.GetGUIFontShadowColor(), c.second) << c.first;
         TableRegistry::Destroy();
     }
 }
@@ -102,9 +68,7 @@ TEST_F(FontSettingTest, MissingFileKeepsTheConstructionValues)
     EXPECT_EQ(table.GetAntialias(), CFontSetting::kDefaultAntialias);
     EXPECT_EQ(table.GetChatFontSize(), CFontSetting::kDefaultChatFontSize);
     EXPECT_EQ(table.GetTipFontShadowColor(), CFontSetting::kDefaultShadowColor);
-    EXPECT_STREQ(table.GetChatFontFile(), "");
     EXPECT_STREQ(table.GetDefaultFontName(), "");
-    EXPECT_EQ(table.GetDefaultFontValue(), 0);
 }
 
 TEST_F(FontSettingTest, FontFoldersOverrideTheConfiguredFiles)
@@ -132,35 +96,34 @@ TEST_F(FontSettingTest, FontFoldersOverrideTheConfiguredFiles)
 
 TEST_F(FontSettingTest, DefaultFontFromTheFirstFilledSectionAfterTheHead)
 {
-    struct Case {
-        const char* szName;
-        const char* szFontIni;
-        const char* szFontName;
+    // An empty section is skipped, a name stops at its first blank, a missing
+    // second key reads 0; an empty head, keys before any section, no font
+    // section or an empty file give nothing.
+    const struct {
+        const char *szFontIni, *szFontName;
         int nValue;
+    } kCases[] = {
+        {"[FontList]\r\nAmount=1\r\n[Font1]\r\nName=SimSun\r\nSize=12\r\n", "SimSun", 12},
+        {"[List]\nA=1\n[Empty]\n; none\n[Font]\nFace=Arial Bold\nWeight=700\n", "Arial", 700},
+        {"[List]\nA=1\n[Font]\nFace=Tahoma\n", "Tahoma", 0},
+        {"[List]\n[Font]\nFace=Tahoma\nSize=9\n", "", 0},
+        {"A=1\n[Font]\nFace=Tahoma\nSize=9\n", "", 0},
+        {"[List]\nA=1\n", "", 0},
+        {"", "", 0},
     };
-    const Case kCases[] = {
-        {"usual", "[FontList]\r\nAmount=1\r\n[Font1]\r\nName=SimSun\r\nSize=12\r\n", "SimSun", 12},
-        {"empty section skipped", "[List]\nA=1\n[Empty]\n; none\n[Font]\nFace=Arial Bold\nWeight=700\n", "Arial",
-         700},
-        {"one key only", "[List]\nA=1\n[Font]\nFace=Tahoma\n", "Tahoma", 0},
-        {"empty head", "[List]\n[Font]\nFace=Tahoma\nSize=9\n", "", 0},
-        {"no font section", "[List]\nA=1\n", "", 0},
-        {"keys before any section", "A=1\n[Font]\nFace=Tahoma\nSize=9\n", "", 0},
-        {"empty file", "", "", 0},
-    };
-    for (const Case& c : kCases) {
+    for (const auto& c : kCases) {
         WriteFile("ini/Font.ini", c.szFontIni);
         CFontSetting table;
         table.Load();
-        EXPECT_STREQ(table.GetDefaultFontName(), c.szFontName) << c.szName;
-        EXPECT_EQ(table.GetDefaultFontValue(), c.nValue) << c.szName;
+        EXPECT_STREQ(table.GetDefaultFontName(), c.szFontName) << c.szFontIni;
+        EXPECT_EQ(table.GetDefaultFontValue(), c.nValue) << c.szFontIni;
         TableRegistry::Destroy();
     }
 }
 
-TEST_F(FontSettingTest, QueriesThroughTheRawSlots)
+TEST_F(FontSettingTest, ReadsTheSettingsInTheirOrderThroughTheRawSlots)
 {
-    WriteFile("ini/FontSetting.ini", kOrderedSettings);
+    WriteFile("ini/FontSetting.ini", std::string("; font settings\r\n") + kOrderedSettings);
     WriteFile("Font/Tip/tip.ttf", "");
     WriteFile("ini/Font.ini", "[List]\nA=1\n[Font]\nFace=SimHei\nSize=16\n");
     CFontSetting table;
@@ -175,6 +138,8 @@ TEST_F(FontSettingTest, QueriesThroughTheRawSlots)
     EXPECT_EQ(CallSlot<int>(&table, 14), 2);
     EXPECT_EQ(CallSlot<uint32_t>(&table, 15), 0x80102030u);
     EXPECT_EQ(CallSlot<int>(&table, 17), 16);
+    EXPECT_EQ(table.GetLoadedAmount(), 7u);
+    EXPECT_EQ(LogEntryCount(), 0);
     // The name comes back as a shared copy.
     const CZelString strName = table.GetDefaultFontName();
     EXPECT_STREQ(strName, "SimHei");

@@ -11,14 +11,8 @@
 
 namespace {
 
-class ItemCategoryTableTest : public DataFolderTest {
+class ItemCategoryTableTest : public RegistryFolderTest<TableRegistry> {
 protected:
-    void TearDown() override
-    {
-        TableRegistry::Destroy();
-        DataFolderTest::TearDown();
-    }
-
     CItemCategoryTable& Load(const std::string& strContent)
     {
         WriteFile("ini/ItemCategory.dat", strContent);
@@ -39,13 +33,10 @@ protected:
 TEST_F(ItemCategoryTableTest, RangesExpandInFileOrderThroughTheSlots)
 {
     Load("[Sword]\nIDRange=1000-1005,2000\n");
-    struct Case {
-        uint32_t id;
-        int nIn;
-    };
-    const Case kCases[] = {{999, 0}, {1000, 1}, {1005, 1}, {1006, 0}, {1999, 0}, {2000, 1}, {2001, 0}};
-    for (const Case& c : kCases)
-        EXPECT_EQ((CallSlot<int, const char*, uint32_t>(&m_table, 7, "Sword", c.id)), c.nIn) << c.id;
+    const std::pair<uint32_t, int> kCases[] = {{999, 0},  {1000, 1}, {1005, 1}, {1006, 0},
+                                               {1999, 0}, {2000, 1}, {2001, 0}};
+    for (const auto& c : kCases)
+        EXPECT_EQ((CallSlot<int, const char*, uint32_t>(&m_table, 7, "Sword", c.first)), c.second) << c.first;
 
     std::vector<uint32_t> setId = {7};
     CallSlot<void, const char*, std::vector<uint32_t>*>(&m_table, 8, "Sword", &setId);
@@ -87,11 +78,10 @@ TEST_F(ItemCategoryTableTest, NullAndEmptyRangesDefineNothing)
 
 TEST_F(ItemCategoryTableTest, PiecesParseAsTheFormatReadsThem)
 {
-    struct Case {
+    const struct {
         const char* szRange;
         std::vector<uint32_t> setId;
-    };
-    const Case kCases[] = {
+    } kCases[] = {
         {"5-x", {}},   // high bound fails: 5-0 is high-first
         {"x-5", {0}},  // the low bound fails and reading stops: 0-0
         {"8- 10", {8, 9, 10}},
@@ -101,14 +91,10 @@ TEST_F(ItemCategoryTableTest, PiecesParseAsTheFormatReadsThem)
         {"4294967295", {2147483647u}},                          // a single id goes through atoi, which saturates
         {"4294967294-4294967295", {4294967294u, 4294967295u}},  // "%d" wraps; ends at the top id
     };
-    for (const Case& c : kCases) {
-        TableRegistry::Destroy();
-        CItemCategoryTable table;
-        WriteFile("ini/ItemCategory.dat", std::string("[K]\nIDRange=") + c.szRange + "\n");
-        table.Load();
-        std::vector<uint32_t> setId;
-        table.GetCategoryIds("K", &setId);
-        EXPECT_EQ(setId, c.setId) << c.szRange;
+    for (const auto& c : kCases) {
+        m_table.Clear();
+        Load(std::string("[K]\nIDRange=") + c.szRange + "\n");
+        EXPECT_EQ(Ids("K"), c.setId) << c.szRange;
     }
 }
 

@@ -30,14 +30,8 @@ std::string Line(const std::string& strId, const std::string& strName, int nBase
     return strLine + " " + strText + "\n";
 }
 
-class ItemTypeTableTest : public DataFolderTest {
+class ItemTypeTableTest : public RegistryFolderTest<TableRegistry> {
 protected:
-    void TearDown() override
-    {
-        TableRegistry::Destroy();
-        DataFolderTest::TearDown();
-    }
-
     // Writes ini/ItemType.dat and loads it into a fresh table.
     CItemTypeTable& Load(const std::string& strContent)
     {
@@ -52,33 +46,17 @@ protected:
 
 TEST_F(ItemTypeTableTest, FirstLineAnnouncesHowManyLinesAreRead)
 {
-    struct Case {
-        const char* szFirst;
-        std::size_t nLoaded;
-    };
     // Only column 0 is parsed, so a blank after "=" splits the count off.
-    const Case kCases[] = {
+    const std::pair<const char*, std::size_t> kCases[] = {
         {"Amount=2", 2}, {"Amount=9", 3}, {"Amount=0", 0}, {"Amount= 9", 0},
         {"amount=2", 0}, {"Count=2", 0},  {"Amount=x", 0},
     };
-    for (const Case& c : kCases) {
-        TableRegistry::Destroy();
-        CItemTypeTable table;
-        WriteFile("ini/ItemType.dat", std::string(c.szFirst) + "\n" + Line("1", "a") + Line("2", "b") + Line("3", "c"));
-        table.BuildFilePath();
-        table.Load();
-        EXPECT_EQ(table.GetLoadedAmount(), c.nLoaded) << c.szFirst;
+    for (const auto& c : kCases) {
+        m_table.Clear();
+        Load(std::string(c.first) + "\n" + Line("1", "a") + Line("2", "b") + Line("3", "c"));
+        EXPECT_EQ(m_table.GetLoadedAmount(), c.second) << c.first;
     }
     EXPECT_EQ(LogEntryCount(), 0);
-}
-
-TEST_F(ItemTypeTableTest, MissingFileLogsTheBareName)
-{
-    m_table.BuildFilePath();
-    m_table.Load();
-    EXPECT_EQ(m_table.GetLoadedAmount(), 0u);
-    EXPECT_NE(LogText().find("error on open ItemType.dat. -- "), std::string::npos) << LogText();
-    EXPECT_FALSE(m_table.HasItemName(""));
 }
 
 TEST_F(ItemTypeTableTest, ColumnsLandInTheirFieldsCutToWidth)
@@ -111,6 +89,10 @@ TEST_F(ItemTypeTableTest, ColumnsLandInTheirFieldsCutToWidth)
 
 TEST_F(ItemTypeTableTest, FirstRecordOfAnIdWinsAcrossLoads)
 {
+    m_table.BuildFilePath();
+    m_table.Load();  // a missing file logs the bare name
+    EXPECT_NE(LogText().find("error on open ItemType.dat. -- "), std::string::npos) << LogText();
+    EXPECT_FALSE(m_table.HasItemName(""));
     CItemTypeTable& table =
         Load("Amount=3\n" + Line("5", "first", 100) + Line("5", "second", 200) + Line("6", "six", 300));
     EXPECT_STREQ(table.GetItemName(5), "first");
@@ -138,21 +120,11 @@ TEST_F(ItemTypeTableTest, NamesOf16CharactersOrMoreAreNeverMatched)
     // "ABCDEFGHIJKLMNOZ" is added (too long to match), and "PQRSTUVWXYZabcd"
     // is not: it equals the cut entry of the 16-character name.
     EXPECT_EQ(table.GetNameList(), (std::vector<std::string>{str16, str16, str16, str15, str15 + "Z"}));
-    struct Case {
-        const char* szName;
-        bool bFound;
+    const std::pair<const char*, bool> kCases[] = {
+        {"ABCDEFGHIJKLMNO", true},  {"PQRSTUVWXYZabcd", true},  {"PQRSTUVWXYZabcde", false},
+        {"ABCDEFGHIJKLMNOZ", false}, {"ABCDEFGHIJKLMN", false}, {"abcdefghijklmno", false}, {"", false},
     };
-    const Case kCases[] = {
-        {"ABCDEFGHIJKLMNO", true},
-        {"PQRSTUVWXYZabcd", true},
-        {"PQRSTUVWXYZabcde", false},
-        {"ABCDEFGHIJKLMNOZ", false},
-        {"ABCDEFGHIJKLMN", false},
-        {"abcdefghijklmno", false},
-        {"", false},
-    };
-    for (const Case& c : kCases)
-        EXPECT_EQ(CallSlot<bool>(&table, 10, c.szName), c.bFound) << c.szName;
+    for (const auto& c : kCases) EXPECT_EQ(CallSlot<bool>(&table, 10, c.first), c.second) << c.first;
     EXPECT_FALSE(table.HasItemName(nullptr));
 }
 
@@ -194,8 +166,7 @@ TEST_F(ItemTypeTableTest, SlotsAnswerThroughTheVtable)
 TEST_F(ItemTypeTableTest, GarbageNeverCrashes)
 {
     std::string strBinary = "Amount=4294967295\n";
-    for (int i = 0; i < 4000; ++i)
-        strBinary += static_cast<char>((i * 131 + 7) & 0xFF);
+    for (int i = 0; i < 4000; ++i) strBinary += static_cast<char>((i * 131 + 7) & 0xFF);
     const std::string kInputs[] = {
         strBinary,
         "Amount=3\n" + std::string(5000, 'n') + " " + std::string(3000, 'm') + "\n",
@@ -209,8 +180,7 @@ TEST_F(ItemTypeTableTest, GarbageNeverCrashes)
         WriteFile("ini/ItemType.dat", strInput);
         table.BuildFilePath();
         table.Load();
-        for (const auto& strName : table.GetNameList())
-            table.HasItemName(strName.c_str());
+        for (const auto& strName : table.GetNameList()) table.HasItemName(strName.c_str());
         table.GetItemName(0);
         table.GetIndexedValue(0, 5);
     }

@@ -45,14 +45,8 @@ std::string LearnLine(unsigned nType, unsigned nLevel, unsigned nProfession, uns
         {{18, std::to_string(nProfession)}, {26, std::to_string(nFlag)}, {27, std::to_string(nNeedLevel)}});
 }
 
-class MagicDataTest : public DataFolderTest {
+class MagicDataTest : public RegistryFolderTest<TableRegistry> {
 protected:
-    void TearDown() override
-    {
-        TableRegistry::Destroy();
-        DataFolderTest::TearDown();
-    }
-
     void LoadFiles(CMagicData& table, const std::string& strMain, const std::string& strExtra)
     {
         WriteFile("ini/MagicType.ini", strMain);
@@ -99,10 +93,7 @@ TEST_F(MagicDataTest, ColumnsLandInTheirFields)
         {&MagicTypeInfo::Column61, 61},  {&MagicTypeInfo::SelfMask, 1},
     };
     for (const auto& number : numbers) EXPECT_EQ(pInfo->*number.first, number.second) << number.second;
-    EXPECT_STREQ(pInfo->Name, "t3");
-    EXPECT_STREQ(pInfo->Column42, "t42");
-    EXPECT_STREQ(pInfo->Column44, "t44");
-    EXPECT_STREQ(pInfo->Column53, "t53");
+    EXPECT_EQ(std::string(pInfo->Name) + pInfo->Column42 + pInfo->Column44 + pInfo->Column53, "t3t42t44t53");
     EXPECT_STREQ(pInfo->AppendDisc, "");  // no extra section: the fresh record's empty text
     EXPECT_EQ(table.GetMagicTypeByIndex(1), nullptr);
     EXPECT_EQ(table.GetMagicTypeByIndex(-1), nullptr);
@@ -120,10 +111,9 @@ TEST_F(MagicDataTest, ShortOddAndZeroLinesStillMakeRecords)
     ASSERT_EQ(table.GetAmount(), 5);
     EXPECT_EQ(table.GetMagicTypeByIndex(0)->Column51, 300u);
     EXPECT_EQ(table.GetMagicTypeByIndex(1)->Column51, 7u);
-    const MagicTypeInfo* pShort = table.GetMagicTypeByIndex(2);
-    EXPECT_EQ(pShort->Column4, 5u);
-    EXPECT_STREQ(pShort->Name, "ThisNameIsFarTo");
-    EXPECT_EQ(pShort->Column51, 300u);  // missing counts as 0
+    EXPECT_EQ(table.GetMagicTypeByIndex(2)->Column4, 5u);
+    EXPECT_STREQ(table.GetMagicTypeByIndex(2)->Name, "ThisNameIsFarTo");
+    EXPECT_EQ(table.GetMagicTypeByIndex(2)->Column51, 300u);  // missing counts as 0
     EXPECT_EQ(table.GetMagicTypeByIndex(3)->Column2, 0u);
     EXPECT_EQ(table.GetMagicTypeByIndex(4)->Column2, 4294967295u);  // "%u" wraps a sign
     EXPECT_EQ(table.GetMagicTypeByIndex(4)->Column7, 4u);
@@ -183,10 +173,9 @@ TEST_F(MagicDataTest, ExtraSectionsAddressTypeTimesHundredPlusLevel)
     EXPECT_EQ(table.GetMagicType(0, 0)->EquipPos, 8u);
     EXPECT_EQ(table.GetMagicType(1, 100)->TypeMask, 0u);
     EXPECT_STREQ(table.GetMagicType(1, 100)->AppendDisc, "");  // no section reached it
-    const std::string strLog = LogText();
     EXPECT_EQ(LogEntryCount(), 1);
-    EXPECT_NE(strLog.find(ZEL_STAR "ASSERT(FALSE) in 227 line of ClientData\\MagicData" ZEL_STAR), std::string::npos)
-        << strLog;
+    EXPECT_NE(LogText().find(ZEL_STAR "ASSERT(FALSE) in 227 line of ClientData\\MagicData" ZEL_STAR),
+              std::string::npos);
 }
 
 TEST_F(MagicDataTest, MissingFilesAreLoggedAndAnUnloadedTableAnswersNothing)
@@ -197,14 +186,11 @@ TEST_F(MagicDataTest, MissingFilesAreLoggedAndAnUnloadedTableAnswersNothing)
     EXPECT_EQ(table.IsIntoneAction(0, false, false), 0);
     table.BuildFilePath();
     table.Load();
-    const std::string strLog = LogText();
-    EXPECT_NE(strLog.find("file: ini/MagicType.ini is not exist."), std::string::npos) << strLog;
-    EXPECT_NE(strLog.find("error on open ini/MagicTypeEx.ini."), std::string::npos) << strLog;
+    EXPECT_NE(LogText().find("file: ini/MagicType.ini is not exist."), std::string::npos);
+    EXPECT_NE(LogText().find("error on open ini/MagicTypeEx.ini."), std::string::npos);
     EXPECT_EQ(LogEntryCount(), 2);
     EXPECT_EQ(table.GetAmount(), 0);
 }
-
-int AlternativeDataSet() { return 200; }
 
 TEST_F(MagicDataTest, AlternativeMainFileBringsTheAlternativeExtraFile)
 {
@@ -213,9 +199,9 @@ TEST_F(MagicDataTest, AlternativeMainFileBringsTheAlternativeExtraFile)
     WriteFile("ini/MagicTypeEx.ini", "[302]\nXpAddition=1\n");
     struct MgrGuard {
         ~MgrGuard() { DestroyClientDataMgr(); }
-    } guard;
+    } guard;  // the manager goes before the folder
     IClientDataMgr* pMgr = QueryClientDataMgr();
-    pMgr->SetVersionQuery(AlternativeDataSet);
+    pMgr->SetVersionQuery([] { return 200; });
     auto* pTable = CallSlot<IMagicData*>(pMgr, 11);
     ASSERT_EQ(pTable, pMgr->GetMagicType());
     pTable->SetDefer();
@@ -233,18 +219,16 @@ TEST_F(MagicDataTest, IntoneActionsAreAsymmetricOnPurposeAndActionSetsSkipZero)
               "[101]\nIntoneActionEx1=10\nMountIntoneAction2=20\nFlyIntoneAction3=30\nTargetAction=200\n"
               "IntoneActionEx2=11\nIntoneActionEx3=12\nMountIntoneAction1=21\nMountIntoneAction3=22\n"
               "FlyIntoneAction1=31\nFlyIntoneAction2=32\n[201]\nFlyTargetAction=300\n");
-    struct Case {
+    const struct {
         int nAction;
-        bool bMounted;
-        bool bFlying;
+        bool bMounted, bFlying;
         int nResult;
-    };
-    const Case cases[] = {
+    } cases[] = {
         {10, false, false, 1}, {10, true, false, 0},  {10, false, true, 1},  {10, true, true, 0},
         {20, true, false, 1},  {20, false, false, 0}, {20, false, true, 0},  {30, false, true, 1},
         {30, false, false, 0}, {30, true, true, 0},   {13, false, false, 0}, {0, false, false, 1},
     };
-    for (const Case& c : cases)
+    for (const auto& c : cases)
         EXPECT_EQ(CallSlot<int>(&table, 11, c.nAction, c.bMounted, c.bFlying), c.nResult)
             << c.nAction << " " << c.bMounted << c.bFlying;
 
@@ -284,10 +268,8 @@ protected:
 
 TEST_F(MagicLearnTest, FindFirstLearnableNeedsLevelZero)
 {
-    using V = const MagicTypeInfo*;
-    EXPECT_EQ(CallSlot<V>(&m_table, 12, uint32_t{10}), m_table.GetMagicTypeByIndex(1));
-    EXPECT_EQ(CallSlot<V>(&m_table, 12, uint32_t{11}), m_table.GetMagicTypeByIndex(3));
-    EXPECT_EQ(CallSlot<V>(&m_table, 12, uint32_t{12}), m_table.GetMagicTypeByIndex(5));
+    for (const auto& c : {std::pair<uint32_t, int>{10, 1}, {11, 3}, {12, 5}})
+        EXPECT_EQ(CallSlot<const MagicTypeInfo*>(&m_table, 12, c.first), m_table.GetMagicTypeByIndex(c.second));
 }
 
 TEST_F(MagicLearnTest, CollectLearnableKeepsTheFirstQualifyingRecordOfEachType)

@@ -9,14 +9,8 @@
 
 namespace {
 
-class MonsterSpeakTableTest : public DataFolderTest {
+class MonsterSpeakTableTest : public RegistryFolderTest<TableRegistry> {
 protected:
-    void TearDown() override
-    {
-        TableRegistry::Destroy();
-        DataFolderTest::TearDown();
-    }
-
     const MonsterSpeakInfo* Load(const std::string& strSection)
     {
         WriteFile("ini/monsterspeak.ini", "[77]\n" + strSection);
@@ -28,41 +22,34 @@ protected:
     CMonsterSpeakTable m_table;
 };
 
-struct ShareCase {
-    const char* szSection;
-    unsigned nShare;
-    int nOccasionProbability;
-    int nEntryAmount;
-};
-
 TEST_F(MonsterSpeakTableTest, DefaultShareAndOccasionProbability)
 {
-    const ShareCase kCases[] = {
-        // What is left of 1000 is shared by the lines without a probability.
-        {"AttackAmount=3\nAttack0=a\nAttackProbability0=500\nAttack1=b\nAttack2=c\nAttackProbability=40\n", 250, 40,
-         3},
-        // Nothing left: share 1.
+    // What is left of 1000 is shared by the lines without a probability; share
+    // 1 when nothing is left, every line has its own or the division gives 0.
+    // Empty texts do not count. No Amount: share 0 and the occasion key is not
+    // read; lines without text still make share 1. A negative sum leaves more.
+    const struct {
+        const char* szSection;
+        unsigned nShare;
+        int nOccasionProbability, nEntryAmount;
+    } kCases[] = {
+        {"AttackAmount=3\nAttack0=a\nAttackProbability0=500\nAttack1=b\nAttack2=c\nAttackProbability=40\n", 250, 40, 3},
         {"AttackAmount=3\nAttack0=a\nAttackProbability0=1000\nAttack1=b\nAttack2=c\n", 1, 1, 3},
-        // Every line has its own probability: share 1.
         {"AttackAmount=1\nAttack0=a\nAttackProbability0=300\n", 1, 1, 1},
-        // The division gives 0: share 1.
         {"AttackAmount=3\nAttack0=a\nAttackProbability0=999\nAttack1=b\nAttack2=c\nAttack3=d\n", 1, 1, 3},
-        // Empty texts are skipped and do not count.
         {"AttackAmount=4\nAttack0=\nAttack1=b\nAttack3=d\nAttackProbability3=100\n", 900, 1, 2},
-        // No Amount: no lines, share 0, the occasion key is not read.
         {"AttackAmount=0\nAttack0=a\nAttackProbability=40\n", 0, 1, 0},
         {"AttackAmount=-2\nAttackProbability=40\n", 0, 1, 0},
-        // Lines without text still make the share 1, so the occasion key is read.
         {"AttackAmount=2\nAttackProbability=40\n", 1, 40, 0},
-        // A negative sum leaves more than 1000 to share.
         {"AttackAmount=2\nAttack0=a\nAttackProbability0=-1000\nAttack1=b\n", 2000, 1, 2},
     };
-    for (const ShareCase& c : kCases) {
+    for (const auto& c : kCases) {
+        SCOPED_TRACE(c.szSection);
         const MonsterSpeakInfo* pInfo = Load(c.szSection);
-        ASSERT_NE(pInfo, nullptr) << c.szSection;
-        EXPECT_EQ(pInfo->nDefaultShare[MONSTER_SPEAK_ATTACK], c.nShare) << c.szSection;
-        EXPECT_EQ(pInfo->nProbability[MONSTER_SPEAK_ATTACK], c.nOccasionProbability) << c.szSection;
-        EXPECT_EQ(static_cast<int>(pInfo->setEntry[MONSTER_SPEAK_ATTACK].size()), c.nEntryAmount) << c.szSection;
+        ASSERT_NE(pInfo, nullptr);
+        EXPECT_EQ(pInfo->nDefaultShare[MONSTER_SPEAK_ATTACK], c.nShare);
+        EXPECT_EQ(pInfo->nProbability[MONSTER_SPEAK_ATTACK], c.nOccasionProbability);
+        EXPECT_EQ(static_cast<int>(pInfo->setEntry[MONSTER_SPEAK_ATTACK].size()), c.nEntryAmount);
     }
 }
 
@@ -120,15 +107,11 @@ TEST_F(MonsterSpeakTableTest, QueriesThroughTheRawSlots)
     EXPECT_EQ(CallSlot<int>(&m_table, 10, 77u, 0), 1);
     EXPECT_EQ(CallSlot<int>(&m_table, 10, 5u, 0), 0);
 
-    const struct {
-        int nRoll;
-        const char* szText;
-    } kPicks[] = {{0, "a"}, {599, "a"}, {600, "b"}, {799, "b"}, {800, "c"}, {999, "c"}, {1000, nullptr}, {-1, nullptr}};
+    const std::pair<int, const char*> kPicks[] = {{0, "a"},   {599, "a"}, {600, "b"},     {799, "b"},
+                                                  {800, "c"}, {999, "c"}, {1000, "(null)"}, {-1, "(null)"}};
     for (const auto& pick : kPicks) {
-        const char* szText = CallSlot<const char*>(&m_table, 11, 77u, 1, pick.nRoll);
-        EXPECT_EQ(szText == nullptr ? std::string("(null)") : std::string(szText),
-                  pick.szText == nullptr ? std::string("(null)") : std::string(pick.szText))
-            << pick.nRoll;
+        const char* szText = CallSlot<const char*>(&m_table, 11, 77u, 1, pick.first);
+        EXPECT_STREQ(szText ? szText : "(null)", pick.second) << pick.first;
     }
     // A title beyond 32 bits saturates as atoi does.
     EXPECT_EQ(m_table.GetSpeakAmount(2147483647u, MONSTER_SPEAK_DEAD), 1);

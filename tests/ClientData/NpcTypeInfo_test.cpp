@@ -15,14 +15,8 @@ static_assert(sizeof(NpcTypeInfo) == 272, "record size");
 static_assert(offsetof(NpcTypeInfo, szEffect) == 20 && offsetof(NpcTypeInfo, nSimpleObjId) == 84);
 static_assert(offsetof(NpcTypeInfo, szNote) == 108 && offsetof(NpcTypeInfo, nZoomPercent) == 236);
 
-class NpcTypeInfoTest : public DataFolderTest {
+class NpcTypeInfoTest : public RegistryFolderTest<TableRegistry> {
 protected:
-    void TearDown() override
-    {
-        TableRegistry::Destroy();
-        DataFolderTest::TearDown();
-    }
-
     CNpcTypeInfoTable m_table;
 };
 
@@ -44,8 +38,7 @@ TEST_F(NpcTypeInfoTest, ReadsEveryKeyWithItsDefaults)
                           pSmith->nBlazeMotion2, pSmith->nRestMotion,   pSmith->nZoomPercent, pSmith->nMouseSign,
                           pSmith->nChangeDir,    pSmith->nFrontBlock,   pSmith->nBackBlock,   pSmith->nLeftBlock,
                           pSmith->nRightBlock,   pSmith->nLeftWeapon,   pSmith->nRightWeapon};
-    for (int i = 0; i < 15; ++i)
-        EXPECT_EQ(setInt[i], i + 1) << "field " << i;
+    for (int i = 0; i < 15; ++i) EXPECT_EQ(setInt[i], i + 1) << "field " << i;
 
     const NpcTypeInfo* pPlain = m_table.GetNpcType(1202);
     ASSERT_NE(pPlain, nullptr);
@@ -55,13 +48,14 @@ TEST_F(NpcTypeInfoTest, ReadsEveryKeyWithItsDefaults)
 }
 
 // Slot 7 is GetNpcType.
-TEST_F(NpcTypeInfoTest, FirstSectionWinsAndTheIdFollowsSevenCharacters)
+TEST_F(NpcTypeInfoTest, FirstSectionWinsTheIdFollowsSevenCharactersAndOnlyUpperCaseNullEmptiesTheNote)
 {
     WriteFile("ini/Npc.ini",
               "[NpcType10]\nName=First\n[NpcType10]\nName=Second\n[Xxxxxxx1201]\nName=AnyPrefix\n"
-              "[NpcType]\nName=Zero\n[Npc]\nName=Short\n[NpcType12ab]\nName=Digits\n");
+              "[NpcType]\nName=Zero\n[Npc]\nName=Short\n[NpcType12ab]\nName=Digits\n"
+              "[NpcType1]\nNote=NULL\n[NpcType2]\nNote=null\n[NpcType3]\nNote=Null\n");
     m_table.Load();
-    EXPECT_EQ(m_table.GetLoadedAmount(), 6u);
+    EXPECT_EQ(m_table.GetLoadedAmount(), 9u);
     const auto Find = [&](uint32_t nId) { return CallSlot<const NpcTypeInfo*>(&m_table, 7, nId); };
     ASSERT_NE(Find(10), nullptr);
     EXPECT_STREQ(Find(10)->szName, "First");
@@ -69,15 +63,9 @@ TEST_F(NpcTypeInfoTest, FirstSectionWinsAndTheIdFollowsSevenCharacters)
     EXPECT_STREQ(Find(0)->szName, "Zero");  // [Npc] gives 0 as well, but comes later
     EXPECT_STREQ(Find(12)->szName, "Digits");
     EXPECT_EQ(Find(11), nullptr);
-}
-
-TEST_F(NpcTypeInfoTest, OnlyAnUpperCaseNullNoteIsEmptied)
-{
-    WriteFile("ini/Npc.ini", "[NpcType1]\nNote=NULL\n[NpcType2]\nNote=null\n[NpcType3]\nNote=Null\n");
-    m_table.Load();
-    EXPECT_STREQ(m_table.GetNpcType(1)->szNote, "");
-    EXPECT_STREQ(m_table.GetNpcType(2)->szNote, "null");
-    EXPECT_STREQ(m_table.GetNpcType(3)->szNote, "Null");
+    EXPECT_STREQ(Find(1)->szNote, "");
+    EXPECT_STREQ(Find(2)->szNote, "null");
+    EXPECT_STREQ(Find(3)->szNote, "Null");
 }
 
 TEST_F(NpcTypeInfoTest, ReadsTheFixedPathWhateverWasBuilt)
@@ -92,19 +80,14 @@ TEST_F(NpcTypeInfoTest, ReadsTheFixedPathWhateverWasBuilt)
     EXPECT_EQ(m_table.GetLoadedAmount(), 0u);
 }
 
-TEST_F(NpcTypeInfoTest, MissingFileLogsTheFullPath)
+TEST_F(NpcTypeInfoTest, MissingFileLogsTheFullPathAndAFailedAllocationItsUnitAndLine)
 {
     m_table.Load();
     EXPECT_NE(LogText().find("ini/Npc.ini load error! -- "), std::string::npos) << LogText();
     EXPECT_EQ(m_table.GetNpcType(0), nullptr);
-}
-
-TEST_F(NpcTypeInfoTest, FailedAllocationNamesThisUnitAndLine)
-{
     NpcTypeAllocFailLog(CNpcTypeInfoTable::GetFormat());
     EXPECT_NE(LogText().find(ZEL_STAR "ASSERT(pInfo) in 31 line of ClientData\\NpcTypeInfo" ZEL_STAR " -- "),
-              std::string::npos)
-        << LogText();
+              std::string::npos);
 }
 
 }  // namespace

@@ -33,3 +33,16 @@ private:
 
 // Reads a whole file; empty when absent.
 std::string ReadWholeFile(const std::string& strPath);
+
+// Fixture of the table tests: a table constructed on its own registers itself
+// in the process-wide registry (ClientData's TableRegistry, passed in), which
+// goes when the test ends.
+template <class Registry>
+class RegistryFolderTest : public DataFolderTest {
+protected:
+    void TearDown() override
+    {
+        Registry::Destroy();
+        DataFolderTest::TearDown();
+    }
+};

@@ -20,10 +20,9 @@ protected:
         EXPECT_TRUE(reader.Open("t.dat", nMode, cSeparator));
         Records records;
         for (int i = 0; i < reader.GetRecordAmount(); ++i) {
-            const CDataRow* pRow = reader.GetRecord(i);
             records.emplace_back();
-            for (int j = 0; j < pRow->GetFieldAmount(); ++j)
-                records.back().push_back(pRow->GetStr(j, "?"));
+            for (int j = 0; j < reader.GetRecord(i)->GetFieldAmount(); ++j)
+                records.back().push_back(reader.GetRecord(i)->GetStr(j, "?"));
         }
         return records;
     }

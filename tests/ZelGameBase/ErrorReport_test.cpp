@@ -62,10 +62,8 @@ TEST_F(ErrorReportTest, SettingsThatStopThePostStillLeaveTheLogEntry)
     const char* setSetup[] = {
         "[DumpError]\nEnable=0\nServer=127.0.0.1\nAction=/e\nClient=Zel\n",
         "[DumpError]\nEnable=2\nServer=127.0.0.1\nAction=/e\nClient=Zel\n",
-        "[DumpError]\nServer=127.0.0.1\nAction=/e\nClient=Zel\n",
-        "[DumpError]\nEnable=1\nAction=/e\nClient=Zel\n",
-        "[DumpError]\nEnable=1\nServer=127.0.0.1\nClient=Zel\n",
-        "[DumpError]\nEnable=1\nServer=127.0.0.1\nAction=/e\n",
+        "[DumpError]\nServer=127.0.0.1\nAction=/e\nClient=Zel\n", "[DumpError]\nEnable=1\nAction=/e\nClient=Zel\n",
+        "[DumpError]\nEnable=1\nServer=127.0.0.1\nClient=Zel\n", "[DumpError]\nEnable=1\nServer=127.0.0.1\nAction=/e\n",
         "[Other]\nEnable=1\nServer=127.0.0.1\nAction=/e\nClient=Zel\n",
     };
     for (const char* szSetup : setSetup) {
@@ -81,14 +79,12 @@ TEST_F(ErrorReportTest, SettingsThatStopThePostStillLeaveTheLogEntry)
 TEST_F(ErrorReportTest, OnlyFourReportsArePostedButNetErrorsHaveNoLimit)
 {
     WriteFile("ini/GameSetup.ini", kSetup);
-    for (int i = 0; i < 5; ++i)
-        ErrorPost(("report " + std::to_string(i)).c_str());
+    for (int i = 0; i < 5; ++i) ErrorPost(("report " + std::to_string(i)).c_str());
     ErrorPost(nullptr);
     WorkersWait();
     EXPECT_EQ(m_server.Requests().size(), 4u);
 
-    for (int i = 0; i < 6; ++i)
-        NetErrorPost("net %d", i);
+    for (int i = 0; i < 6; ++i) NetErrorPost("net %d", i);
     WorkersWait();
     const std::vector<std::string> setRequest = m_server.Requests();
     ASSERT_EQ(setRequest.size(), 10u);
@@ -115,7 +111,7 @@ TEST_F(ErrorReportTest, ConnectTestPostsItsOutcome)
     WriteFile("ini/GameSetup.ini", kSetup);
     const int nOpen = m_server.Port();
     const int nClosed = LoopbackHttpServer::ClosedPort();
-    struct {
+    const struct {
         const char* szAddress;
         int nPort;
         std::string strMessage;
@@ -143,9 +139,8 @@ TEST_F(ErrorReportTest, ErrorLogSaveOnlyLogs)
     WriteFile("ini/GameSetup.ini", kSetup);
     ErrorLogSave(nullptr, "bad %s", "slot");
     EXPECT_EQ(ReportWorkerCount(), 0);
-    const std::string strLog = LogText();
-    EXPECT_EQ(strLog.rfind("Error:bad slot [(", 0), 0u) << strLog;
-    EXPECT_NE(strLog.find(") ] -- Mon Mar 07 14:05:09 2011\n"), std::string::npos) << strLog;
+    EXPECT_EQ(LogText().rfind("Error:bad slot [(", 0), 0u) << LogText();
+    EXPECT_NE(LogText().find(") ] -- Mon Mar 07 14:05:09 2011\n"), std::string::npos);
 }
 
 TEST_F(ErrorReportTest, HexDumpWritesAtMost256BytesAsBareHex)
@@ -157,8 +152,7 @@ TEST_F(ErrorReportTest, HexDumpWritesAtMost256BytesAsBareHex)
     std::string strMany(300, '\x01');
     HexDumpLog(strMany.data(), static_cast<int>(strMany.size()));
     std::string strExpected;
-    for (int i = 0; i < 256; ++i)
-        strExpected += "1 ";
+    for (int i = 0; i < 256; ++i) strExpected += "1 ";
     EXPECT_NE(LogText().find("\n" + strExpected + " -- "), std::string::npos);
 }
 

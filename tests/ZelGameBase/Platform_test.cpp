@@ -44,18 +44,13 @@ TEST_F(PlatformTest, FindFirstFileMatchesPatternsWithoutCase)
     for (const char* szName : {"font/b.TTF", "font/a.ttf", "font/c.txt", "font/ttf", "other/_x.ttf", "other/Z.ttf"})
         WriteFile(szName, "x");
     const struct {
-        const char* szDir;
-        const char* szPattern;
+        const char *szDir, *szPattern;
         bool bFound;
         const char* szName;
     } kCases[] = {
-        {"font", "*.ttf", true, "a.ttf"},
-        {"font", "*.TTF", true, "a.ttf"},
-        {"font", "b.*", true, "b.TTF"},
-        {"font", "*.png", false, ""},
+        {"font", "*.ttf", true, "a.ttf"}, {"font", "*.TTF", true, "a.ttf"}, {"font", "b.*", true, "b.TTF"},
+        {"font", "*.png", false, ""},     {"missing", "*", false, ""},      {"font", nullptr, false, ""},
         {"other", "*.ttf", true, "Z.ttf"},  // NTFS order upper-cases: "Z" before "_"
-        {"missing", "*", false, ""},
-        {"font", nullptr, false, ""},
     };
     for (const auto& c : kCases) {
         std::string strName;

@@ -18,9 +18,7 @@ unsigned Get(const std::string& strText, const char* szSection, const char* szKe
 TEST(ProfileReader, FindsKeysByWindowsRules)
 {
     const struct {
-        const char* szText;
-        const char* szSection;
-        const char* szKey;
+        const char *szText, *szSection, *szKey;
         unsigned nExpected;
     } kCases[] = {
         {"[Sec]\nKey=5\n", "sEC", "kEY", 5},                     // names fold ASCII case
@@ -49,27 +47,14 @@ TEST(ProfileReader, FindsKeysByWindowsRules)
 
 TEST(ProfileReader, ConvertsLikeTheSystemIntegerParser)
 {
-    const struct {
-        const char* szValue;
-        unsigned nExpected;
-    } kCases[] = {
-        {"42", 42u},
-        {"\x01\x1F 42", 42u},  // everything up to 0x20 is skipped
-        {"-1", 0xFFFFFFFFu},
-        {"--1", 0u},
-        {"0x1F", 31u},
-        {"0X1F", 0u},          // upper-case prefixes are not prefixes
-        {"0o17", 15u},
-        {"0b101", 5u},
-        {"0b102", 2u},         // stops at the first digit the base does not have
-        {"0x", 0u},
-        {"4294967297", 1u},    // wraps at 32 bits
-        {"12abc", 12u},
-        {"x", 0u},
-        {"", kDefault},
+    // Everything up to 0x20 is skipped; upper-case prefixes are no prefixes; a
+    // number stops at the first digit its base lacks and wraps at 32 bits.
+    const std::pair<const char*, unsigned> kCases[] = {
+        {"42", 42u},   {"\x01\x1F 42", 42u}, {"-1", 0xFFFFFFFFu}, {"--1", 0u},           {"0x1F", 31u},
+        {"0X1F", 0u},  {"0o17", 15u},       {"0b101", 5u},       {"0b102", 2u},         {"0x", 0u},
+        {"x", 0u},     {"12abc", 12u},      {"", kDefault},      {"4294967297", 1u},
     };
-    for (const auto& c : kCases)
-        EXPECT_EQ(ProfileParseInt(c.szValue, kDefault), c.nExpected) << c.szValue;
+    for (const auto& c : kCases) EXPECT_EQ(ProfileParseInt(c.first, kDefault), c.second) << c.first;
     EXPECT_EQ(ProfileParseInt(std::string("\0" "5", 2), kDefault), static_cast<unsigned>(kDefault));
     EXPECT_EQ(ProfileParseInt("", -1), 0xFFFFFFFFu);
 }

@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <fstream>
 #include <regex>
 #include <sstream>
@@ -40,12 +41,10 @@ TEST(PromotionFieldsAppend, KeepsTheFixedOrderAndEncodesNothing)
 {
     const unsigned char setMac[6] = {0x00, 0x1A, 0x2B, 0x3C, 0x4D, 0x5E};
     const unsigned char setZero[6] = {};
-    struct {
+    const struct {
         const char* szLocalIp;
         const unsigned char* pMac;
-        const char* szGame;
-        const char* szUser;
-        const char* szExpected;
+        const char *szGame, *szUser, *szExpected;
     } setCase[] = {
         {"192.168.1.20", setMac, "29", "0", "Posttype=1&LocalIP=192.168.1.20&MAC=001A2B3C4D5E&Gamecode=29&Usercode=0"},
         {nullptr, setMac, "29", "0", "Posttype=1&MAC=001A2B3C4D5E&Gamecode=29&Usercode=0"},
@@ -61,53 +60,44 @@ TEST(PromotionFieldsAppend, KeepsTheFixedOrderAndEncodesNothing)
     EXPECT_STREQ(szSmall, "Posttype=1&MAC=");
 }
 
-TEST_F(PromotionReportTest, PostsTheBodyWithDefaultCodes)
+TEST_F(PromotionReportTest, PostsTheBodyWithDefaultOrConfiguredCodes)
 {
     WriteFile("ini/PublicSet.ini", kPublicOn);
-    WriteFile("ini/Popularize.ini", std::string("[Popular]\nEnable=1\n") + kEndpoint);
-    PromotionReport(3);
-
-    const std::vector<std::string> setRequest = m_server.WaitRequests(1);
-    ASSERT_EQ(setRequest.size(), 1u);
-    const std::string strHead = LoopbackHttpServer::HeadOf(setRequest[0]);
-    EXPECT_EQ(strHead.substr(0, strHead.find("\r\n")), "POST /popular/report.aspx HTTP/1.1");
-    for (const char* szLine : {"\r\nUser-Agent: MyAgent\r\n", "\r\nAccept: Accept: */*\r\n",
-                               "\r\nContent-Type: application/x-www-form-urlencoded\r\n"})
-        EXPECT_NE((strHead + "\r\n").find(szLine), std::string::npos) << szLine;
-    const std::string strBody = LoopbackHttpServer::BodyOf(setRequest[0]);
-    EXPECT_TRUE(std::regex_match(
-        strBody, std::regex(R"(Posttype=3(&LocalIP=\d+\.\d+\.\d+\.\d+)?&MAC=[0-9A-F]{12}&Gamecode=29&Usercode=0)")))
-        << strBody;
-}
-
-TEST_F(PromotionReportTest, PostsTheConfiguredCodes)
-{
-    WriteFile("ini/PublicSet.ini", kPublicOn);
-    WriteFile("ini/Popularize.ini", std::string("[Popular]\nEnable=7\nGamecode=31\nUsercode=a=b\n") + kEndpoint);
-    PromotionReport(-2);
-    const std::vector<std::string> setRequest = m_server.WaitRequests(1);
-    ASSERT_EQ(setRequest.size(), 1u);
-    const std::string strBody = LoopbackHttpServer::BodyOf(setRequest[0]);
-    EXPECT_EQ(strBody.rfind("Posttype=-2&", 0), 0u) << strBody;
-    EXPECT_NE(strBody.find("&Gamecode=31&Usercode=a=b"), std::string::npos) << strBody;
+    const struct {
+        const char* szPopular;
+        int nType;
+        const char* szBody;
+    } setCase[] = {
+        {"Enable=1\n", 3, R"(Posttype=3(&LocalIP=\d+\.\d+\.\d+\.\d+)?&MAC=[0-9A-F]{12}&Gamecode=29&Usercode=0)"},
+        {"Enable=7\nGamecode=31\nUsercode=a=b\n", -2, R"(Posttype=-2&.*&Gamecode=31&Usercode=a=b)"},
+    };
+    for (const auto& test : setCase) {
+        WriteFile("ini/Popularize.ini", std::string("[Popular]\n") + test.szPopular + kEndpoint);
+        PromotionReport(test.nType);
+        WorkersWait();
+        const std::string strRequest = m_server.Requests().back();
+        const std::string strHead = LoopbackHttpServer::HeadOf(strRequest);
+        EXPECT_EQ(strHead.substr(0, strHead.find("\r\n")), "POST /popular/report.aspx HTTP/1.1");
+        EXPECT_NE(strHead.find("\r\nContent-Type: application/x-www-form-urlencoded"), std::string::npos);
+        const std::string strBody = LoopbackHttpServer::BodyOf(strRequest);
+        EXPECT_TRUE(std::regex_match(strBody, std::regex(test.szBody))) << strBody;
+    }
+    EXPECT_EQ(m_server.Requests().size(), 2u);
 }
 
 TEST_F(PromotionReportTest, SwitchesOffOrNoEndpointSendNothing)
 {
-    struct {
-        const char* szPublicSet;
-        const char* szPopularize;
-    } setCase[] = {
-        {"[Setting]\nPublic=0\n", "[Popular]\nEnable=1\nServer=127.0.0.1\nAction=/p\n"},
-        {"[Other]\nPublic=1\n", "[Popular]\nEnable=1\nServer=127.0.0.1\nAction=/p\n"},
-        {kPublicOn, "[Popular]\nEnable=0\nServer=127.0.0.1\nAction=/p\n"},
-        {kPublicOn, "[Popular]\nServer=127.0.0.1\nAction=/p\n"},
-        {kPublicOn, "[Popular]\nEnable=1\nAction=/p\n"},
-        {kPublicOn, "[Popular]\nEnable=1\nServer=127.0.0.1\n"},
+    const std::pair<const char*, const char*> setCase[] = {
+        {"[Setting]\nPublic=0\n", "Enable=1\nServer=127.0.0.1\nAction=/p\n"},
+        {"[Other]\nPublic=1\n", "Enable=1\nServer=127.0.0.1\nAction=/p\n"},
+        {kPublicOn, "Enable=0\nServer=127.0.0.1\nAction=/p\n"},
+        {kPublicOn, "Server=127.0.0.1\nAction=/p\n"},
+        {kPublicOn, "Enable=1\nAction=/p\n"},
+        {kPublicOn, "Enable=1\nServer=127.0.0.1\n"},
     };
     for (const auto& test : setCase) {
-        WriteFile("ini/PublicSet.ini", test.szPublicSet);
-        WriteFile("ini/Popularize.ini", test.szPopularize);
+        WriteFile("ini/PublicSet.ini", test.first);
+        WriteFile("ini/Popularize.ini", std::string("[Popular]\n") + test.second);
         PromotionReport(1);
         WorkersWait();
     }
@@ -132,8 +122,7 @@ TEST(AdapterMacGet, ClearsItsOutputFirst)
     unsigned char setMac[6] = {0xEE, 0xEE, 0xEE, 0xEE, 0xEE, 0xEE};
     AdapterMacGet(setMac);
     // Either an adapter's address or twelve zeros, never the old bytes.
-    EXPECT_FALSE(setMac[0] == 0xEE && setMac[1] == 0xEE && setMac[2] == 0xEE && setMac[3] == 0xEE &&
-                 setMac[4] == 0xEE && setMac[5] == 0xEE);
+    EXPECT_NE(std::count(setMac, setMac + 6, 0xEE), 6);
 }
 
 }  // namespace

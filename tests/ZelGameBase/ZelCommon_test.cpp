@@ -11,36 +11,24 @@ const char kUntouched = -1;
 
 // Tokens, not lines: the file is read word by word.
 const char kIniText[] =
-    "; a comment is only a token that never matches\n"
-    "[Other]\n"
-    "MaleFaceAmount=9\n"
-    "[PLAYERFACE]\n"
-    "malefaceamount=3 MaleFaceAmountX=4\tMaleFaceAmount=12abc\n"
-    "MaleFaceAmount=5\n"
-    "Bad=xyz Bad=7\r\n"
-    "Bare = 5\n"
-    "Empty= Neg=-\n"
-    "Word=ab=cd\n"
-    "a[1]\n"
-    "After=8\n"
-    "[Two Words]\n"
-    "K=1\n"
-    "[PlayerFace]\n"
-    "Late=1";
+    "; a comment is only a token that never matches\n[Other]\nMaleFaceAmount=9\n"
+    "[PLAYERFACE]\nmalefaceamount=3 MaleFaceAmountX=4\tMaleFaceAmount=12abc\nMaleFaceAmount=5\n"
+    "Bad=xyz Bad=7\r\nBare = 5\nEmpty= Neg=-\nWord=ab=cd\na[1]\nAfter=8\n"
+    "[Two Words]\nK=1\n[PlayerFace]\nLate=1";
 
 class ZelCommonTest : public DataFolderTest {};
+
+struct IniCase {
+    const char *szTitle, *szKey;
+    int nFound, nValue;
+};
 
 }  // namespace
 
 TEST_F(ZelCommonTest, IniDataGetReadsTokens)
 {
     WriteFile("t.ini", kIniText);
-    const struct {
-        const char* szTitle;
-        const char* szKey;
-        int nFound;
-        int nValue;
-    } kCases[] = {
+    const IniCase kCases[] = {
         {"PlayerFace", "MaleFaceAmount", 1, 12},  // title folds case, key does not; first wins; prefix needs "="
         {"Other", "MaleFaceAmount", 1, 9},         // the section ends at the next header
         {"playerface", "Bad", 1, 7},               // a token that does not convert is passed over
@@ -98,8 +86,7 @@ TEST_F(ZelCommonTest, IniReadersSurviveBadFiles)
 {
     const struct {
         std::string strText;
-        int nFound;
-        int nValue;
+        int nFound, nValue;
     } kCases[] = {
         {"", 0, kUntouched},
         {std::string("\0\x01\xFF[S]\x7F", 7), 0, kUntouched},
@@ -134,27 +121,20 @@ TEST_F(ZelCommonTest, MemIniReadsLines)
         "[Sec]\r\n Amount=2\r\nName=  two words\r\nAmount= 12\r\n[Next]\nAmount=99\nTail=1\n"
         "[Blank]\n\nAmount=5\n"
         "[Tail]\nAmount=12";
-    const struct {
-        const char* szTitle;
-        const char* szKey;
-        int nFound;
-        int nValue;
-    } kCases[] = {
+    const IniCase kCases[] = {
         {"SEC", "Amount", 1, 12},           // the key stands at the start of its line
         {"Sec", "Tail", 0, kUntouched},     // the section ends at [Next]
         {"Tail", "Amount", 1, 1},           // the last character of an unterminated image is lost
         {"Blank", "Amount", 1, kUntouched}, // an empty line is a proper prefix of "Amount=": found, untouched
     };
+    const unsigned nSize = static_cast<unsigned>(strImage.size());
     for (const auto& c : kCases) {
         int nValue = kUntouched;
-        EXPECT_EQ(MemIniDataGet(strImage.data(), static_cast<unsigned>(strImage.size()), c.szTitle, c.szKey, &nValue,
-                                0),
-                  c.nFound)
-            << c.szTitle << " " << c.szKey;
+        EXPECT_EQ(MemIniDataGet(strImage.data(), nSize, c.szTitle, c.szKey, &nValue, 0), c.nFound) << c.szKey;
         EXPECT_EQ(nValue, c.nValue) << c.szTitle << " " << c.szKey;
     }
     char szName[1024] = "old";
-    EXPECT_EQ(MemIniStrGet(strImage.data(), static_cast<unsigned>(strImage.size()), "Sec", "Name", szName, 0), 1);
+    EXPECT_EQ(MemIniStrGet(strImage.data(), nSize, "Sec", "Name", szName, 0), 1);
     EXPECT_STREQ(szName, "two");
     EXPECT_EQ(DebugText(), "Error: [Sec] Tail not found in MemIniDataGet.\n");
     EXPECT_EQ(MemIniStrGet(strImage.data(), 5, "Sec", "Name", szName, 1), 0);
