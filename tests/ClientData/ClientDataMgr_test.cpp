@@ -28,9 +28,13 @@ void* operator new(std::size_t nSize, const std::nothrow_t&) noexcept
     ++g_nAllocations;
     return std::malloc(nSize ? nSize : 1);
 }
+// The replaced forms pair malloc with free by design.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
 void operator delete(void* p) noexcept { std::free(p); }
 void operator delete(void* p, std::size_t) noexcept { std::free(p); }
 void operator delete(void* p, const std::nothrow_t&) noexcept { std::free(p); }
+#pragma GCC diagnostic pop
 
 namespace {
 
