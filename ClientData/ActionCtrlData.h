@@ -11,7 +11,7 @@
 constexpr int kActionCtrlSegmentMax = 8;
 
 struct ActionCtrlInfo {
-    int32_t nSection;                             // segments in use, 0..7
+    int32_t nSection;                             // segments in use, -7..7: below 1 none is read
     int32_t nTimePercent[kActionCtrlSegmentMax];  // "TimePercent<i>", unread ones 0
     int32_t nMovePercent[kActionCtrlSegmentMax];  // "MovePercent<i>", unread ones 0
 };

@@ -89,10 +89,13 @@ void CIniSectionReader::Index()
 {
     // Titles, keys and values become C strings in place: each is followed by a
     // byte that is not part of it (a "]", "=", blank or line end), which is
-    // overwritten by a terminator once the whole text is indexed.
-    std::vector<std::size_t> setTerminator;
+    // overwritten by a terminator once its line has been read.
     char* pText = m_strText.data();
     const std::size_t nSize = m_strText.size();
+    // Every entry holds an "=" and every section a "[": reserving that many
+    // spares the regrowth and stays within a multiple of the file's size.
+    m_setSection.reserve(static_cast<std::size_t>(std::count(pText, pText + nSize, '[')));
+    m_setEntry.reserve(static_cast<std::size_t>(std::count(pText, pText + nSize, '=')));
     std::size_t nAt = 0;
     while (nAt < nSize) {
         std::size_t nEnd = nAt;
@@ -101,12 +104,14 @@ void CIniSectionReader::Index()
         std::size_t nFirst = nAt;
         while (nFirst < nEnd && IsBlank(pText[nFirst]))
             ++nFirst;
+        std::size_t setTerminator[2];
+        std::size_t nTerminators = 0;
         auto trimmed = [&](std::size_t nBegin, std::size_t nStop) {
             while (nBegin < nStop && IsBlank(pText[nBegin]))
                 ++nBegin;
             while (nStop > nBegin && IsBlank(pText[nStop - 1]))
                 --nStop;
-            setTerminator.push_back(nStop);
+            setTerminator[nTerminators++] = nStop;
             return std::string_view(pText + nBegin, nStop - nBegin);
         };
         const bool bComment =
@@ -125,11 +130,11 @@ void CIniSectionReader::Index()
                 ++m_setSection.back().nAmount;
             }
         }
+        for (std::size_t i = 0; i < nTerminators; ++i)
+            if (setTerminator[i] < nSize)
+                pText[setTerminator[i]] = '\0';
         nAt = nEnd + 1;
     }
-    for (std::size_t nTerminator : setTerminator)
-        if (nTerminator < nSize)
-            pText[nTerminator] = '\0';
 
     m_setKeyHash.resize(m_setEntry.size());
     for (std::size_t i = 0; i < m_setEntry.size(); ++i)

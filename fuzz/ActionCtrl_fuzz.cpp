@@ -8,7 +8,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pData, std::size_t nSize)
     FuzzTableFile<CActionCtrlData>("ini/ActionCtrl.ini", pData, nSize, [&](CActionCtrlData& table) {
         for (int64_t nKey : setNumber)
             if (const ActionCtrlInfo* pInfo = table.GetActionCtrl(nKey))
-                if (pInfo->nSection < 0 || pInfo->nSection >= kActionCtrlSegmentMax)
+                if (pInfo->nSection <= -kActionCtrlSegmentMax || pInfo->nSection >= kActionCtrlSegmentMax)
                     std::abort();
     });
     return 0;

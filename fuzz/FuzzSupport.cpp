@@ -1,8 +1,10 @@
 #include "FuzzSupport.h"
 
+#include <fcntl.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdlib>
 #include <cstring>
 #include <filesystem>
@@ -46,11 +48,25 @@ void FuzzEnterScratchFolder()
 
 void FuzzWriteFile(const std::string& strPath, const uint8_t* pData, std::size_t nSize)
 {
-    const std::filesystem::path path(strPath);
-    if (path.has_parent_path())
-        std::filesystem::create_directories(path.parent_path());
-    std::ofstream out(path, std::ios::binary | std::ios::trunc);
-    out.write(reinterpret_cast<const char*>(pData), static_cast<std::streamsize>(nSize));
+    // Plain descriptors: this runs once per input and stream buffers cost
+    // more than the parse. Folders are made only the first time.
+    int fd = open(strPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    if (fd < 0 && errno == ENOENT) {
+        const std::filesystem::path path(strPath);
+        std::error_code error;
+        std::filesystem::create_directories(path.parent_path(), error);
+        fd = open(strPath.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0644);
+    }
+    if (fd < 0)
+        return;
+    while (nSize > 0) {
+        const ssize_t nWritten = write(fd, pData, nSize);
+        if (nWritten <= 0)
+            break;
+        pData += nWritten;
+        nSize -= static_cast<std::size_t>(nWritten);
+    }
+    close(fd);
 }
 
 void FuzzSplit(const uint8_t* pData, std::size_t nSize, std::string& strParameter, std::string& strContent)

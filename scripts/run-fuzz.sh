@@ -1,16 +1,19 @@
 #!/usr/bin/env bash
 # Builds the libFuzzer targets with clang (address and undefined-behaviour
-# sanitizers) and runs each of them in turn.
+# sanitizers) and runs them, FUZZ_JOBS at a time.
 #   scripts/run-fuzz.sh [RUNS]   RUNS executions per target (default 1000:
 #                                the smoke test CI runs, a few minutes in all)
 #   FUZZ_SECONDS=N               run each target for N seconds instead
 #   FUZZ_TARGETS="A_fuzz B_fuzz" run only these targets
+#   FUZZ_JOBS=N                  targets run side by side (default nproc)
+#   FUZZ_MAX_LEN=N               longest input (default 65536)
 #   BUILD_DIR=dir                build folder (default build-fuzz)
 # New inputs go to <build>/corpus/<target>/ and are kept between runs; the
 # checked-in seeds are fuzz/corpus/<target>/ and the dictionaries
-# fuzz/dict/<target>.dict. Prints executions, coverage and the outcome per
-# target; a crash, leak, timeout or sanitizer report fails the run and its
-# reproducer is left in <build>/artifacts/.
+# fuzz/dict/<target>.dict. Prints executions (this run's, and all runs'
+# recorded in <build>/ledger.tsv), coverage and the outcome per target; a
+# crash, leak, timeout or sanitizer report fails the run and its reproducer
+# is left in <build>/artifacts/.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 bash scripts/deps.sh clang libclang-rt-14-dev
@@ -31,32 +34,51 @@ CC=clang CXX=clang++ cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=RelW
 cmake --build "$build_dir" --target "${targets[@]}" -- -j"${FUZZ_BUILD_JOBS:-2}"
 
 mkdir -p "$build_dir/artifacts"
+# Every run adds its executions to the ledger, so that long campaigns spread
+# over several sittings still add up per target.
+ledger=$build_dir/ledger.tsv
+touch "$ledger"
+
+fuzz_one() {
+  local name=$1
+  local target="$build_dir/fuzz/$name" corpus="$build_dir/corpus/$name" log="$build_dir/$name.log"
+  mkdir -p "$corpus"
+  local seeds=() dict=() limit=("-runs=$runs")
+  [ -d "fuzz/corpus/$name" ] && seeds+=("$PWD/fuzz/corpus/$name")
+  [ -f "fuzz/dict/$name.dict" ] && dict+=("-dict=$PWD/fuzz/dict/$name.dict")
+  [ -n "${FUZZ_SECONDS:-}" ] && limit=("-max_total_time=$FUZZ_SECONDS")
+  "$target" "${limit[@]}" -max_len="${FUZZ_MAX_LEN:-65536}" -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
+      -artifact_prefix="$build_dir/artifacts/$name-" "${dict[@]}" "$corpus" "${seeds[@]}" >"$log" 2>&1
+}
+
+# FUZZ_JOBS targets at a time (default: one per processor).
+jobs=${FUZZ_JOBS:-$(nproc)}
+declare -A outcome
+running=0
+for name in "${targets[@]}"; do
+  if [ "$running" -ge "$jobs" ]; then wait -n || true; running=$((running - 1)); fi
+  ( if fuzz_one "$name"; then echo ok; else echo FAILED; fi >"$build_dir/$name.outcome" ) &
+  running=$((running + 1))
+done
+wait
+
 status=0
 total=0
+printf '%-26s %12s %12s  %-8s %s\n' target executions "in ledger" coverage outcome
 for name in "${targets[@]}"; do
-  target="$build_dir/fuzz/$name"
-  corpus="$build_dir/corpus/$name"
-  mkdir -p "$corpus"
-  seeds=()
-  [ -d "fuzz/corpus/$name" ] && seeds+=("$PWD/fuzz/corpus/$name")
-  dict=()
-  [ -f "fuzz/dict/$name.dict" ] && dict+=("-dict=$PWD/fuzz/dict/$name.dict")
-  limit=("-runs=$runs")
-  [ -n "${FUZZ_SECONDS:-}" ] && limit=("-max_total_time=$FUZZ_SECONDS")
   log="$build_dir/$name.log"
-  if "$target" "${limit[@]}" -max_len=65536 -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
-       -artifact_prefix="$build_dir/artifacts/$name-" "${dict[@]}" "$corpus" "${seeds[@]}" >"$log" 2>&1; then
-    outcome=ok
-  else
-    outcome=FAILED
-    status=1
-  fi
+  result=$(cat "$build_dir/$name.outcome" 2>/dev/null || echo FAILED)
   executions=$(sed -nE 's/^stat::number_of_executed_units: *([0-9]+).*/\1/p' "$log" | tail -1)
   coverage=$(grep -aE '^#[0-9]+' "$log" | tail -1 | sed -nE 's/.*cov: ([0-9]+).*/\1/p' || true)
   executions=${executions:-0}
   total=$((total + executions))
-  printf '%-26s %10s executions  coverage %-6s %s\n' "$name" "$executions" "${coverage:-?}" "$outcome"
-  [ "$outcome" = ok ] || tail -40 "$log" | cut -c1-300 | cat -v
+  printf '%s\t%s\n' "$name" "$executions" >>"$ledger"
+  overall=$(awk -F'\t' -v n="$name" '$1 == n { s += $2 } END { print s + 0 }' "$ledger")
+  printf '%-26s %12s %12s  %-8s %s\n' "$name" "$executions" "$overall" "${coverage:-?}" "$result"
+  if [ "$result" != ok ]; then
+    status=1
+    tail -40 "$log" | cut -c1-300 | cat -v
+  fi
 done
-printf '%-26s %10s executions\n' total "$total"
+printf '%-26s %12s\n' total "$total"
 exit $status

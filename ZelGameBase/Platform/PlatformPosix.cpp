@@ -2,10 +2,12 @@
 // emulated (either slash separates folders, file-name patterns match without
 // regard to ASCII case, the private-profile reader follows Windows' rules).
 #include <dirent.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <atomic>
+#include <cerrno>
 #include <cstdlib>
 #include <ctime>
 #include <mutex>
@@ -76,17 +78,33 @@ bool PlatformReadFile(const char* szPath, std::string& data)
 {
     ++g_nReadFileCount;
     data.clear();
-    FILE* pFile = PlatformOpenFile(szPath, "rb");
-    if (pFile == nullptr)
+    if (szPath == nullptr)
         return false;
-    char buffer[65536];
-    std::size_t nRead;
-    while ((nRead = std::fread(buffer, 1, sizeof(buffer), pFile)) > 0)
-        data.append(buffer, nRead);
-    const bool bOk = std::ferror(pFile) == 0;
-    std::fclose(pFile);
-    if (!bOk)
-        data.clear();
+    // Straight into the string, sized from fstat: no stdio buffer, no copy.
+    const int fd = open(NativePath(szPath).c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0)
+        return false;
+    struct stat info;
+    bool bOk = fstat(fd, &info) == 0 && !S_ISDIR(info.st_mode);
+    std::size_t nUsed = 0;
+    // One byte spare, so that the read that sees the end needs no growth.
+    if (bOk)
+        data.resize((info.st_size > 0 ? static_cast<std::size_t>(info.st_size) : 0) + 1);
+    // The file may grow or shrink while it is read: read until end of file.
+    while (bOk) {
+        if (nUsed == data.size())
+            data.resize(data.size() + 65536);
+        const ssize_t nRead = read(fd, &data[nUsed], data.size() - nUsed);
+        if (nRead < 0 && errno == EINTR)
+            continue;
+        if (nRead <= 0) {
+            bOk = nRead == 0;
+            break;
+        }
+        nUsed += static_cast<std::size_t>(nRead);
+    }
+    close(fd);
+    data.resize(bOk ? nUsed : 0);
     return bOk;
 }
 

@@ -78,12 +78,17 @@ TEST_F(ActionCtrlDataTest, MissingFileAndGarbage)
     EXPECT_NE(LogText().find("ini/ActionCtrl.ini load error!"), std::string::npos);
     EXPECT_EQ(m_table.GetActionCtrl(999999999), nullptr);
 
-    std::string strGarbage = "[99999999999999999999999]\nSection=-3\n[-7]\nSection=2147483647\n";
+    std::string strGarbage =
+        "[99999999999999999999999]\nSection=-3\n[-7]\nSection=2147483647\n[-5]\nSection=-3\nTimePercent0=9\n";
     for (int i = 0; i < 20000; ++i) strGarbage += static_cast<char>((i * 7919 + 13) % 256);
     WriteFile("ini/ActionCtrl.ini", strGarbage + "\n[x" + std::string(10000, 'y') + "]\nSection=7\n");
     m_table.Load();
     ASSERT_NE(m_table.GetActionCtrl(-7), nullptr);
     EXPECT_EQ(m_table.GetActionCtrl(-7)->nSection, 7);  // 2147483647 mod 8
+    // The remainder keeps the sign: a negative count reads no segment.
+    ASSERT_NE(m_table.GetActionCtrl(-5), nullptr);
+    EXPECT_EQ(m_table.GetActionCtrl(-5)->nSection, -3);
+    EXPECT_EQ(m_table.GetActionCtrl(-5)->nTimePercent[0], 0);
     for (int64_t nKey : {INT64_MAX, INT64_MIN, int64_t{-1}}) m_table.GetActionCtrl(nKey);
 }
 

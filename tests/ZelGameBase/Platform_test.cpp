@@ -30,6 +30,15 @@ TEST_F(PlatformTest, ReadsWholeFilesByEitherSlash)
     ASSERT_NE(pFile, nullptr);
     std::fclose(pFile);
     EXPECT_EQ(PlatformOpenFile("ini", "rb"), nullptr);
+    // A large file, and one whose size the system does not know beforehand.
+    const std::string strLarge(200000, 'x');
+    WriteFile("large.bin", strLarge);
+    EXPECT_TRUE(PlatformReadFile("large.bin", strData));
+    EXPECT_EQ(strData, strLarge);
+#ifndef _WIN32
+    EXPECT_TRUE(PlatformReadFile("/proc/self/status", strData));
+    EXPECT_NE(strData.find("Name:"), std::string::npos);
+#endif
 }
 
 TEST_F(PlatformTest, CurrentDirectoryHasNoTrailingSeparator)
