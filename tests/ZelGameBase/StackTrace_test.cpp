@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -17,18 +16,45 @@ struct Entry {
     int nIndex;
 };
 
+bool IsAddress(const std::string& strText)
+{
+    if (strText == "(nil)")
+        return true;
+    if (strText.size() < 3 || strText.compare(0, 2, "0x") != 0)
+        return false;
+    return strText.find_first_not_of("0123456789abcdef", 2) == std::string::npos;
+}
+
+// Reads the entry "(module address:index) " or "(address:index) " at nAt.
+bool ReadEntry(const std::string& strText, std::size_t& nAt, Entry& entry)
+{
+    const std::size_t nClose = strText.find(") ", nAt);
+    if (strText.compare(nAt, 1, "(") != 0 || nClose == std::string::npos)
+        return false;
+    const std::string strBody = strText.substr(nAt + 1, nClose - nAt - 1);
+    const std::size_t nColon = strBody.rfind(':');
+    const std::size_t nBlank = strBody.find(' ');
+    if (nColon == std::string::npos || nColon + 1 == strBody.size() ||
+        strBody.find_first_not_of("0123456789", nColon + 1) != std::string::npos)
+        return false;
+    const std::size_t nAddress = nBlank == std::string::npos ? 0 : nBlank + 1;
+    if ((nBlank != std::string::npos && (nBlank == 0 || nBlank > nColon)) ||
+        !IsAddress(strBody.substr(nAddress, nColon - nAddress)))
+        return false;
+    entry.strModule = nBlank == std::string::npos ? std::string() : strBody.substr(0, nBlank);
+    entry.nIndex = std::stoi(strBody.substr(nColon + 1));
+    nAt = nClose + 2;
+    return true;
+}
+
 // Splits a stack text into its entries; every entry must be well formed.
 std::vector<Entry> EntriesOf(const std::string& strText)
 {
-    static const std::regex entry(R"(\((?:(\S+) )?(?:0x[0-9a-f]+|\(nil\)):(\d+)\) )");
     std::vector<Entry> setEntry;
     std::size_t nAt = 0;
-    std::smatch match;
-    for (std::string strRest; nAt < strText.size(); nAt += static_cast<std::size_t>(match.length(0))) {
-        strRest = strText.substr(nAt);
-        if (!std::regex_search(strRest, match, entry, std::regex_constants::match_continuous)) break;
-        setEntry.push_back({match[1].str(), std::stoi(match[2].str())});
-    }
+    Entry entry;
+    while (nAt < strText.size() && ReadEntry(strText, nAt, entry))
+        setEntry.push_back(entry);
     EXPECT_EQ(nAt, strText.size()) << strText;
     return setEntry;
 }

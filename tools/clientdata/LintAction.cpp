@@ -9,7 +9,7 @@
 #include "ClientData/ActionCtrlData.h"
 #include "ClientData/ActionType.h"
 #include "Lint.h"
-#include "LintIniSections.h"
+#include "LintSectionScan.h"
 #include "ZelGameBase/ZelCrt.h"
 
 namespace {
@@ -88,10 +88,10 @@ void CheckActionTypes(CLintContext& context)
 // Reports every section whose key a first-wins table already holds.
 template <class Key, class KeyOf>
 void CheckFirstWinsSections(CLintContext& context, const char* szPath, const char* szRule,
-                            const std::vector<LintIniSection>& setSection, KeyOf keyOf)
+                            const std::vector<ScanSection>& setSection, KeyOf keyOf)
 {
     std::map<Key, int> mapFirst;
-    for (const LintIniSection& section : setSection) {
+    for (const ScanSection& section : setSection) {
         auto [it, bNew] = mapFirst.emplace(keyOf(section), section.nLine);
         if (!bNew)
             context.Report(szPath, section.nLine, LINT_WARNING, szRule,
@@ -100,27 +100,27 @@ void CheckFirstWinsSections(CLintContext& context, const char* szPath, const cha
     }
 }
 
-bool ReadSections(CLintContext& context, const char* szPath, std::vector<LintIniSection>& setSection)
+bool ReadSections(CLintContext& context, const char* szPath, std::vector<ScanSection>& setSection)
 {
     std::string strText;
     if (!context.ReadFile(szPath, strText))
         return false;
-    setSection = LintIniSectionsOf(strText);
+    setSection = SectionsScan(strText);
     return true;
 }
 
 void CheckActionDelay(CLintContext& context)
 {
     const char* szPath = "ini/ActionDelay.ini";
-    std::vector<LintIniSection> setSection;
+    std::vector<ScanSection> setSection;
     if (!ReadSections(context, szPath, setSection))
         return;
     CheckFirstWinsSections<uint32_t>(
         context, szPath, "action-delay-duplicate", setSection,
-        [](const LintIniSection& section) { return static_cast<uint32_t>(CrtAtoi(section.strTitle.c_str())); });
+        [](const ScanSection& section) { return static_cast<uint32_t>(CrtAtoi(section.strTitle.c_str())); });
 }
 
-int64_t CtrlKeyOf(const LintIniSection& section)
+int64_t CtrlKeyOf(const ScanSection& section)
 {
     const char* pText = section.strTitle.c_str();
     int64_t nKey = 0;
@@ -129,9 +129,9 @@ int64_t CtrlKeyOf(const LintIniSection& section)
 
 // Only the remainder of "Section" by 8 counts, and keys of segments beyond
 // the count are never read.
-void CheckCtrlCount(CLintContext& context, const char* szPath, const LintIniSection& section)
+void CheckCtrlCount(CLintContext& context, const char* szPath, const ScanSection& section)
 {
-    const LintIniKey* pCount = section.Find("Section");
+    const ScanEntry* pCount = section.Find("Section");
     const int nCount = pCount != nullptr ? CrtAtoi(pCount->strValue.c_str()) : 0;
     const int nKept = nCount % kActionCtrlSegmentMax;
     if (nKept != nCount) {
@@ -140,7 +140,7 @@ void CheckCtrlCount(CLintContext& context, const char* szPath, const LintIniSect
                            " segments: only the remainder by 8 counts, at most 7 segments exist");
         return;
     }
-    for (const LintIniKey& key : section.setKey) {
+    for (const ScanEntry& key : section.setEntry) {
         for (const char* szPrefix : {"TimePercent", "MovePercent"}) {
             const std::size_t nPrefix = std::char_traits<char>::length(szPrefix);
             if (key.strKey.size() <= nPrefix || CrtCompareNoCase(key.strKey.substr(0, nPrefix).c_str(), szPrefix) != 0)
@@ -158,11 +158,11 @@ void CheckCtrlCount(CLintContext& context, const char* szPath, const LintIniSect
 void CheckActionCtrl(CLintContext& context)
 {
     const char* szPath = "ini/ActionCtrl.ini";
-    std::vector<LintIniSection> setSection;
+    std::vector<ScanSection> setSection;
     if (!ReadSections(context, szPath, setSection))
         return;
     CheckFirstWinsSections<int64_t>(context, szPath, "action-ctrl-duplicate", setSection, &CtrlKeyOf);
-    for (const LintIniSection& section : setSection)
+    for (const ScanSection& section : setSection)
         CheckCtrlCount(context, szPath, section);
 }
 
@@ -172,11 +172,11 @@ using OffsetKey = std::tuple<int, int, int>;
 void CheckActionOffset(CLintContext& context)
 {
     const char* szPath = "ini/ActionEffectOffset.ini";
-    std::vector<LintIniSection> setSection;
+    std::vector<ScanSection> setSection;
     if (!ReadSections(context, szPath, setSection))
         return;
-    std::vector<LintIniSection> setLoaded;
-    for (const LintIniSection& section : setSection) {
+    std::vector<ScanSection> setLoaded;
+    for (const ScanSection& section : setSection) {
         if (CrtAtoi(section.strTitle.c_str()) > 0)
             setLoaded.push_back(section);
         else
@@ -184,7 +184,7 @@ void CheckActionOffset(CLintContext& context)
                            "section [" + section.strTitle + "] is not a number above 0: it is skipped");
     }
     CheckFirstWinsSections<OffsetKey>(context, szPath, "action-offset-duplicate", setLoaded,
-                                      [](const LintIniSection& section) {
+                                      [](const ScanSection& section) {
                                           const int n = CrtAtoi(section.strTitle.c_str());
                                           return OffsetKey(n / 10000, n % 10000 / 10, n % 10);
                                       });

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "Lint.h"
-#include "LintIniSections.h"
+#include "LintSectionScan.h"
 #include "ZelGameBase/ZelCrt.h"
 
 namespace {
@@ -135,7 +135,7 @@ bool IsDigits(const std::string& strText)
 }
 
 // One comma-separated piece of an IDRange: a plain id, or low-high.
-void CheckRangePiece(CLintContext& context, const LintIniKey& key, const std::string& strPiece)
+void CheckRangePiece(CLintContext& context, const ScanEntry& key, const std::string& strPiece)
 {
     const std::size_t nDash = strPiece.find('-');
     if (nDash == std::string::npos) {
@@ -165,10 +165,10 @@ void CheckItemCategory(CLintContext& context)
     std::string strText;
     if (!context.ReadFile(strPath, strText))
         return;
-    for (const LintIniSection& section : LintIniSectionsOf(strText)) {
+    for (const ScanSection& section : SectionsScan(strText)) {
         if (section.strTitle.empty())
             continue;  // never read
-        const LintIniKey* pKey = section.Find("IDRange");
+        const ScanEntry* pKey = section.Find("IDRange");
         if (pKey == nullptr || pKey->strValue.empty() || CrtCompareNoCase(pKey->strValue.c_str(), "NULL") == 0) {
             context.Report(strPath, pKey ? pKey->nLine : section.nLine, LINT_WARNING, "item-category-null",
                            "[" + section.strTitle + "] has " + (pKey ? "IDRange=" + pKey->strValue : "no IDRange") +

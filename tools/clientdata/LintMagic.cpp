@@ -9,7 +9,7 @@
 #include <set>
 
 #include "Lint.h"
-#include "LintIniSections.h"
+#include "LintSectionScan.h"
 #include "ZelGameBase/ZelCrt.h"
 
 namespace {
@@ -214,10 +214,10 @@ const ExtraKey* FindExtraKey(const std::string& strKey)
     return nullptr;
 }
 
-void CheckExtraKeys(CLintContext& context, const std::string& strPath, const LintIniSection& section)
+void CheckExtraKeys(CLintContext& context, const std::string& strPath, const ScanSection& section)
 {
     std::set<std::string> setSeen;
-    for (const LintIniKey& key : section.setKey) {
+    for (const ScanEntry& key : section.setEntry) {
         const ExtraKey* pKey = FindExtraKey(key.strKey);
         if (pKey == nullptr) {
             context.Report(strPath, key.nLine, LINT_WARNING, "magic-ex-unknown-key",
@@ -241,7 +241,7 @@ void CheckMagicExtra(CLintContext& context, const std::string& strPath, const st
         return;
     }
     std::map<MagicKey, int> mapFirst;
-    for (const LintIniSection& section : LintIniSectionsOf(strText)) {
+    for (const ScanSection& section : SectionsScan(strText)) {
         CheckExtraKeys(context, strPath, section);
         const int nNumber = CrtAtoi(section.strTitle.c_str());
         const MagicKey key(static_cast<uint32_t>(nNumber / 100), static_cast<uint32_t>(nNumber % 100));

@@ -1,6 +1,6 @@
-// The sectioned ini files as the lint rules of the monster, NPC and tutorial
-// tables see them: the same sections, keys and values the tables' section
-// reader finds, each with the 1-based line it came from.
+// Sectioned ini files as the lint rules see them: the same sections, keys and
+// values the tables' section reader finds, each with the 1-based line it came
+// from, so that a rule can name the line at fault.
 #pragma once
 
 #include <string>

@@ -1,0 +1,176 @@
+// Queries never allocate. This program replaces the global allocation
+// functions to count every allocation, loads the bundled sample through the
+// manager and asks every table for every number the sample holds, so that
+// hits are exercised as well as misses. It is a program of its own because
+// replacing operator new clashes with some sanitizer runtimes.
+#include <atomic>
+#include <cstdlib>
+#include <filesystem>
+#include <new>
+#include <set>
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "ClientData/ClientDataMgr.h"
+#include "Support/TestSupport.h"
+#include "Support/VtableCall.h"
+
+namespace {
+std::atomic<long> g_nAllocations{0};
+}
+void* operator new(std::size_t nSize)
+{
+    ++g_nAllocations;
+    if (void* p = std::malloc(nSize ? nSize : 1))
+        return p;
+    throw std::bad_alloc();
+}
+void* operator new(std::size_t nSize, const std::nothrow_t&) noexcept
+{
+    ++g_nAllocations;
+    return std::malloc(nSize ? nSize : 1);
+}
+// The replaced forms pair malloc with free by design.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
+void operator delete(void* p) noexcept { std::free(p); }
+void operator delete(void* p, std::size_t) noexcept { std::free(p); }
+void operator delete(void* p, const std::nothrow_t&) noexcept { std::free(p); }
+#pragma GCC diagnostic pop
+
+namespace {
+
+// Every decimal number in the files under strFolder that fits 32 bits.
+std::vector<uint32_t> NumbersInFiles(const std::string& strFolder)
+{
+    std::set<uint32_t> setNumber{0, 1, 999999999, 0xFFFFFFFFu};
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(strFolder)) {
+        if (!entry.is_regular_file())
+            continue;
+        const std::string strText = ReadWholeFile(entry.path().string());
+        uint64_t nValue = 0;
+        int nDigits = 0;
+        for (char c : strText + " ") {
+            if (c >= '0' && c <= '9') {
+                nValue = nValue * 10 + static_cast<uint64_t>(c - '0');
+                ++nDigits;
+                continue;
+            }
+            if (nDigits > 0 && nDigits <= 10 && nValue <= 0xFFFFFFFFu)
+                setNumber.insert(static_cast<uint32_t>(nValue));
+            nValue = 0;
+            nDigits = 0;
+        }
+    }
+    return std::vector<uint32_t>(setNumber.begin(), setNumber.end());
+}
+
+class QueriesAllocateNothingTest : public DataFolderTest {
+protected:
+    void SetUp() override
+    {
+        DataFolderTest::SetUp();
+        std::filesystem::copy(CLIENTDATA_SAMPLE_DIR, Folder(), std::filesystem::copy_options::recursive);
+        m_setNumber = NumbersInFiles(Folder() + "/ini");
+        m_pMgr = static_cast<CClientDataMgr*>(QueryClientDataMgr());
+        m_pMgr->LoadDeferList();
+        m_pMgr->ReloadDeferred(false);
+        m_pMgr->ReloadDeferred(true);
+        m_pMgr->LoadStrRes("ini/StrRes.ini");
+    }
+    void TearDown() override
+    {
+        DestroyClientDataMgr();
+        DataFolderTest::TearDown();
+    }
+
+    // Runs the queries and counts the allocations they made.
+    template <class Queries>
+    long AllocationsOf(Queries queries)
+    {
+        const long nBefore = g_nAllocations.load();
+        queries();
+        return g_nAllocations.load() - nBefore;
+    }
+
+    std::vector<uint32_t> m_setNumber;
+    CClientDataMgr* m_pMgr = nullptr;
+};
+
+TEST_F(QueriesAllocateNothingTest, ManagerAccessorsAndTextResources)
+{
+    EXPECT_EQ(AllocationsOf([&] {
+                  for (int nSlot = kFirstTableSlot; nSlot <= kLastTableSlot; ++nSlot)
+                      EXPECT_EQ(CallSlot<void*>(m_pMgr, nSlot), static_cast<void*>(m_pMgr->GetTableBySlot(nSlot)));
+                  EXPECT_EQ(QueryClientDataMgr(), m_pMgr);
+                  for (uint32_t nId : m_setNumber)
+                      m_pMgr->GetStrRes(nId);  // hits and misses alike
+              }),
+              0);
+}
+
+TEST_F(QueriesAllocateNothingTest, GenericTables)
+{
+    int nRecords = 0;
+    EXPECT_EQ(AllocationsOf([&] {
+                  for (const CatalogueEntry& entry : kCatalogue) {
+                      IGenericTable* pTable = dynamic_cast<IGenericTable*>(m_pMgr->GetTableBySlot(entry.nSlot));
+                      if (pTable == nullptr)
+                          continue;
+                      for (int nIndex = -1; nIndex < pTable->GetRecordAmount() && nIndex < 8; ++nIndex, ++nRecords) {
+                          pTable->FindRecord(pTable->GetRecordId(nIndex));
+                          pTable->GetRecordTitle(nIndex);
+                          for (int nField = -1; nField <= pTable->GetFieldAmount(nIndex); ++nField) {
+                              pTable->GetFieldText(nIndex, nField);
+                              pTable->GetFieldInt(nIndex, nField, 7);
+                              pTable->GetFieldName(nIndex, nField);
+                          }
+                          pTable->GetValueText(nIndex, "Name", "");
+                          pTable->GetValueInt(nIndex, "Name", 7);
+                          pTable->GetValueInt(nIndex, nullptr, 7);
+                      }
+                      pTable->GetKind();
+                      for (uint32_t nId : m_setNumber)
+                          pTable->FindRecord(nId);
+                  }
+              }),
+              0);
+    EXPECT_GT(nRecords, 500);
+}
+
+TEST_F(QueriesAllocateNothingTest, SpecifiedTables)
+{
+    int nHits = 0;
+    EXPECT_EQ(AllocationsOf([&] {
+                  for (uint32_t nId : m_setNumber) {
+                      const int nSigned = static_cast<int>(nId);
+                      nHits += m_pMgr->GetItemType()->FindItemType(nId) != nullptr;
+                      m_pMgr->GetItemType()->GetItemName(nId);
+                      nHits += m_pMgr->GetMagicType()->GetMagicType(nId / 10, nId % 10) != nullptr;
+                      m_pMgr->GetMagicType()->IsIntoneAction(nSigned, false, true);
+                      m_pMgr->GetMagicType()->IsSenderAction(nSigned);
+                      m_pMgr->GetItemCategory()->IsInCategory("", nId);
+                      nHits += m_pMgr->GetBattleTutorial()->GetCommand(nSigned, 0) != nullptr;
+                      nHits += m_pMgr->Getmonsterspeak()->GetSpeakText(nId, 0, 0, nullptr) != nullptr;
+                      nHits += m_pMgr->GetActionEffectOffset()->GetActionEffectOffset(nSigned, 0, 0) != nullptr;
+                      m_pMgr->GetAction()->GetActionValue(nId);
+                      nHits += m_pMgr->GetMonster()->GetMonsterType(nSigned) != nullptr;
+                      nHits += m_pMgr->GetNpc()->GetNpcType(nId) != nullptr;
+                      nHits += m_pMgr->GetNewNpc()->GetNpcType(nId) != nullptr;
+                      nHits += m_pMgr->GetActionDelay()->GetActionDelay(nId) != nullptr;
+                      nHits += m_pMgr->GetActionCtrl()->GetActionCtrl(nId) != nullptr;
+                      nHits += m_pMgr->GetSoundEvent()->GetSoundEventText(nId) != nullptr;
+                      m_pMgr->GetActionType()->GetActionType(nSigned);
+                  }
+                  m_pMgr->GetMonster()->FindMonsterByName("");
+                  m_pMgr->GetItemType()->HasItemName("");
+                  m_pMgr->GetFontSetting()->GetGUIFontFile();
+                  m_pMgr->GetCommonIni()->GetLeaderScale();
+              }),
+              0);
+    EXPECT_GT(nHits, 1000);
+}
+
+}  // namespace
