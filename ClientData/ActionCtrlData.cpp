@@ -50,20 +50,23 @@ const ActionCtrlInfo* CActionCtrlData::Find(int64_t nKey) const
     return it == m_mapCtrl.end() ? nullptr : &it->second;
 }
 
+void ActionCtrlKeys(int64_t nKey, int64_t (&nKeys)[kActionCtrlKeyAmount])
+{
+    nKeys[0] = nKey;
+    nKeys[1] = nKey % 1000000 + 999000000;
+    nKeys[2] = ActionKeyReplaceDigits(nKeys[1], 3, 5, 999);
+    nKeys[3] = ActionKeyReplaceDigits(nKeys[2], 0, 2, 999);
+}
+
 const ActionCtrlInfo* CActionCtrlData::GetActionCtrl(int64_t nKey)
 {
-    // Each step starts from the previous step's key, not from nKey. The
-    // client's chain then tries the last key three more times through further
-    // replacements of groups 0-2 and 3-5, which cannot change it; left out.
-    int64_t nTry = nKey;
-    if (const ActionCtrlInfo* pInfo = Find(nTry))
-        return pInfo;
-    nTry = nKey % 1000000 + 999000000;
-    if (const ActionCtrlInfo* pInfo = Find(nTry))
-        return pInfo;
-    nTry = ActionKeyReplaceDigits(nTry, 3, 5, 999);
-    if (const ActionCtrlInfo* pInfo = Find(nTry))
-        return pInfo;
-    nTry = ActionKeyReplaceDigits(nTry, 0, 2, 999);
-    return Find(nTry);
+    // The client's chain then tries the last key three more times through
+    // further replacements of groups 0-2 and 3-5, which cannot change it;
+    // left out.
+    int64_t nKeys[kActionCtrlKeyAmount];
+    ActionCtrlKeys(nKey, nKeys);
+    for (int64_t nTry : nKeys)
+        if (const ActionCtrlInfo* pInfo = Find(nTry))
+            return pInfo;
+    return nullptr;
 }

@@ -30,12 +30,8 @@ public:
     void Load() override;
     void Clear() override { m_mapCtrl.clear(); }
 
-    // Slot 7: the record of the closest key present, null when none is. Tries
-    // K; then (K mod 1000000) + 999000000 (digits 6-8 become 999, higher
-    // digits are dropped); then that with digits 3-5 set to 999; then that
-    // with digits 0-2 set to 999, which is 999999999 for every K >= 0: a
-    // section named 999999999 catches every action without a closer entry.
-    // Valid until the next Clear.
+    // Slot 7: the record of the first key of ActionCtrlKeys present, null
+    // when none is. Valid until the next Clear.
     virtual const ActionCtrlInfo* GetActionCtrl(int64_t nKey);
 
     std::size_t GetLoadedAmount() const { return m_mapCtrl.size(); }
@@ -47,3 +43,13 @@ private:
 
     std::map<int64_t, ActionCtrlInfo> m_mapCtrl;
 };
+
+// Amount of keys GetActionCtrl tries.
+constexpr int kActionCtrlKeyAmount = 4;
+
+// The keys GetActionCtrl tries for K, in order; each starts from the one
+// before, not from K: K; (K mod 1000000) + 999000000 (digits 6-8 become 999,
+// higher digits are dropped); that with digits 3-5 set to 999; that with
+// digits 0-2 set to 999, which is 999999999 for every K >= 0, so a section
+// named 999999999 catches every action without a closer entry.
+void ActionCtrlKeys(int64_t nKey, int64_t (&nKeys)[kActionCtrlKeyAmount]);

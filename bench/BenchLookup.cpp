@@ -36,6 +36,32 @@ std::vector<Key> ProbesDraw(const std::vector<Key>& setKey, MissFn fnMiss)
 template <class Info>
 using RecordCopy = std::vector<std::unique_ptr<Info>>;
 
+// The literal walks: the first record in file order that matches (a
+// first-wins rule) or the last (a last-wins rule).
+template <class Info, class Match>
+const Info* FirstMatch(const RecordCopy<Info>& setCopy, Match match)
+{
+    for (const auto& pInfo : setCopy)
+        if (match(*pInfo))
+            return pInfo.get();
+    return nullptr;
+}
+template <class Info, class Match>
+const Info* LastMatch(const RecordCopy<Info>& setCopy, Match match)
+{
+    for (auto it = setCopy.rbegin(); it != setCopy.rend(); ++it)
+        if (match(**it))
+            return it->get();
+    return nullptr;
+}
+
+// Both absent, or the same bytes.
+template <class Info>
+bool SameBytes(const Info* a, const Info* b)
+{
+    return (a == nullptr) == (b == nullptr) && (a == nullptr || std::memcmp(a, b, sizeof(*a)) == 0);
+}
+
 // ---------------------------------------------------------------- items
 
 struct ItemCase {
@@ -65,15 +91,9 @@ struct ItemCase {
     const ItemTypeInfo* Query(Probe nId) { return table.FindItemType(nId); }
     const ItemTypeInfo* Walk(Probe nId) const
     {
-        for (const auto& pInfo : setCopy)
-            if (pInfo->idType == nId)
-                return pInfo.get();
-        return nullptr;
+        return FirstMatch(setCopy, [&](const ItemTypeInfo& info) { return info.idType == nId; });
     }
-    static bool Same(const ItemTypeInfo* a, const ItemTypeInfo* b)
-    {
-        return (a == nullptr) == (b == nullptr) && (a == nullptr || std::memcmp(a, b, sizeof(*a)) == 0);
-    }
+    static bool Same(const ItemTypeInfo* a, const ItemTypeInfo* b) { return SameBytes(a, b); }
     std::size_t Records() const { return setCopy.size(); }
 };
 
@@ -123,12 +143,9 @@ struct MonsterIdCase {
         setProbe = ProbesDraw(setId, [](std::size_t i) { return static_cast<int>(-1000000 - i); });
     }
     const MonsterTypeInfo* Query(Probe nId) { return table.GetMonsterType(nId); }
-    const MonsterTypeInfo* Walk(Probe nId) const
+    const MonsterTypeInfo* Walk(Probe nId) const  // the later section wins
     {
-        for (auto it = setCopy.rbegin(); it != setCopy.rend(); ++it)  // the later section wins
-            if ((*it)->nId == nId)
-                return it->get();
-        return nullptr;
+        return LastMatch(setCopy, [&](const MonsterTypeInfo& info) { return info.nId == nId; });
     }
     static bool Same(const MonsterTypeInfo* a, const MonsterTypeInfo* b) { return MonsterSame(a, b); }
     std::size_t Records() const { return setCopy.size(); }
@@ -157,10 +174,7 @@ struct MonsterNameCase {
     const MonsterTypeInfo* Query(Probe szName) { return table.FindMonsterByName(szName); }
     const MonsterTypeInfo* Walk(Probe szName) const
     {
-        for (auto it = setCopy.rbegin(); it != setCopy.rend(); ++it)
-            if (std::strcmp((*it)->szName, szName) == 0)
-                return it->get();
-        return nullptr;
+        return LastMatch(setCopy, [&](const MonsterTypeInfo& info) { return std::strcmp(info.szName, szName) == 0; });
     }
     static bool Same(const MonsterTypeInfo* a, const MonsterTypeInfo* b) { return MonsterSame(a, b); }
     std::size_t Records() const { return setCopy.size(); }
@@ -191,15 +205,9 @@ struct NpcCase {
     const NpcTypeInfo* Query(Probe nId) { return table.GetNpcType(nId); }
     const NpcTypeInfo* Walk(Probe nId) const
     {
-        for (const auto& pInfo : setCopy)
-            if (pInfo->nId == nId)
-                return pInfo.get();
-        return nullptr;
+        return FirstMatch(setCopy, [&](const NpcTypeInfo& info) { return info.nId == nId; });
     }
-    static bool Same(const NpcTypeInfo* a, const NpcTypeInfo* b)
-    {
-        return (a == nullptr) == (b == nullptr) && (a == nullptr || std::memcmp(a, b, sizeof(*a)) == 0);
-    }
+    static bool Same(const NpcTypeInfo* a, const NpcTypeInfo* b) { return SameBytes(a, b); }
     std::size_t Records() const { return setCopy.size(); }
 };
 
@@ -226,15 +234,11 @@ struct MagicCase {
     const MagicTypeInfo* Query(const Probe& key) { return table.GetMagicType(key.first, key.second); }
     const MagicTypeInfo* Walk(const Probe& key) const
     {
-        for (const auto& pInfo : setCopy)
-            if (pInfo->Type == key.first && pInfo->Level == key.second)
-                return pInfo.get();
-        return nullptr;
+        return FirstMatch(setCopy, [&](const MagicTypeInfo& info) {
+            return info.Type == key.first && info.Level == key.second;
+        });
     }
-    static bool Same(const MagicTypeInfo* a, const MagicTypeInfo* b)
-    {
-        return (a == nullptr) == (b == nullptr) && (a == nullptr || std::memcmp(a, b, sizeof(*a)) == 0);
-    }
+    static bool Same(const MagicTypeInfo* a, const MagicTypeInfo* b) { return SameBytes(a, b); }
     std::size_t Records() const { return setCopy.size(); }
 };
 
@@ -328,35 +332,17 @@ struct ActionCtrlCase {
         setProbe = ActionProbes(setKey);
     }
     const ActionCtrlInfo* Query(Probe nKey) { return table.GetActionCtrl(nKey); }
-    const ActionCtrlInfo* Find(int64_t nKey) const
-    {
-        for (const auto& entry : setCopy)
-            if (entry.first == nKey)
-                return &entry.second;
-        return nullptr;
-    }
     const ActionCtrlInfo* Walk(Probe nKey) const
     {
-        int64_t nTry = nKey;
-        if (const ActionCtrlInfo* pInfo = Find(nTry))
-            return pInfo;
-        nTry = nKey % 1000000 + 999000000;
-        if (const ActionCtrlInfo* pInfo = Find(nTry))
-            return pInfo;
-        nTry = ActionKeyReplaceDigits(nTry, 3, 5, 999);
-        if (const ActionCtrlInfo* pInfo = Find(nTry))
-            return pInfo;
-        nTry = ActionKeyReplaceDigits(nTry, 0, 2, 999);
-        // The chain as written tries the catch-all key three more times.
-        for (int i = 0; i < 4; ++i)
-            if (const ActionCtrlInfo* pInfo = Find(nTry))
-                return pInfo;
+        int64_t nKeys[kActionCtrlKeyAmount];
+        ActionCtrlKeys(nKey, nKeys);
+        for (int64_t nTry : nKeys)
+            for (const auto& entry : setCopy)
+                if (entry.first == nTry)
+                    return &entry.second;
         return nullptr;
     }
-    static bool Same(const ActionCtrlInfo* a, const ActionCtrlInfo* b)
-    {
-        return (a == nullptr) == (b == nullptr) && (a == nullptr || std::memcmp(a, b, sizeof(*a)) == 0);
-    }
+    static bool Same(const ActionCtrlInfo* a, const ActionCtrlInfo* b) { return SameBytes(a, b); }
     std::size_t Records() const { return setCopy.size(); }
 };
 
