@@ -82,6 +82,8 @@ public:
     uint32_t GetAmount() const { return m_nAmount; }
     // The names met while loading, in the order they were added.
     const std::vector<std::string>& GetNameList() const { return m_setName; }
+    // Every record held, by id (for tools).
+    const std::map<uint32_t, ItemTypeInfo>& Items() const { return m_mapItem; }
 
 private:
     // The width of a name-list entry as compared: 15 characters and a

@@ -74,6 +74,8 @@ public:
     virtual const char* PickSpeakText(uint32_t nMonsterType, int nOccasion, int nRoll);
 
     std::size_t GetLoadedAmount() const { return m_mapInfo.size(); }
+    // Every record held, by monster type id (for tools).
+    const std::map<uint32_t, std::unique_ptr<MonsterSpeakInfo>>& Speeches() const { return m_mapInfo; }
 
 private:
     const MonsterSpeakInfo* Find(uint32_t nMonsterType, int nOccasion) const;

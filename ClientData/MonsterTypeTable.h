@@ -69,6 +69,8 @@ public:
     virtual int CanTakeStatus(int nId);
 
     std::size_t GetLoadedAmount() const { return m_nAmount; }
+    // Every record read, in file order, repeated ids included (for tools).
+    const std::deque<std::unique_ptr<MonsterTypeInfo>>& Records() const { return m_setInfo; }
 
 private:
     struct IdEntry {

@@ -49,6 +49,8 @@ public:
     virtual const NpcTypeInfo* GetNpcType(uint32_t nId) { return m_store.Find(nId); }
 
     std::size_t GetLoadedAmount() const { return m_store.GetAmount(); }
+    // Every record read, in file order (for tools).
+    const std::vector<std::unique_ptr<NpcTypeInfo>>& Records() const { return m_store.Records(); }
     // How this file differs from the other NPC file (keys, defaults, the
     // "NULL" note test, the assertion's unit and line).
     static const NpcTypeFormat& GetFormat();

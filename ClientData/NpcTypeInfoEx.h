@@ -59,6 +59,8 @@ public:
     virtual const NpcTypeInfoEx* GetNpcType(uint32_t nId) { return m_store.Find(nId); }
 
     std::size_t GetLoadedAmount() const { return m_store.GetAmount(); }
+    // Every record read, in file order (for tools).
+    const std::vector<std::unique_ptr<NpcTypeInfoEx>>& Records() const { return m_store.Records(); }
     // How this file differs from the other NPC file (keys, defaults, the
     // "NULL" note test, the assertion's unit and line).
     static const NpcTypeFormat& GetFormat();

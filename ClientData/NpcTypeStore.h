@@ -57,6 +57,8 @@ public:
         return it != m_mapId.end() ? it->second : nullptr;
     }
     std::size_t GetAmount() const { return m_setInfo.size(); }
+    // Every record read, in file order, repeated ids included.
+    const std::vector<std::unique_ptr<Info>>& Records() const { return m_setInfo; }
 
 private:
     std::vector<std::unique_ptr<Info>> m_setInfo;  // file order

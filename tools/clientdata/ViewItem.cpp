@@ -14,7 +14,6 @@
 
 #include "ClientData/ClientDataMgr.h"
 #include "TableView.h"
-#include "ZelGameBase/DataFileReader.h"
 #include "ZelGameBase/IniSectionReader.h"
 
 namespace {
@@ -90,26 +89,12 @@ void ItemRecord(CItemTypeTable& table, const ItemTypeInfo& info, ViewRecord& rec
 }
 
 // The ids the table read: column 0 of the records the first line announces.
-std::set<uint32_t> ItemIds(const std::string& strPath)
-{
-    std::set<uint32_t> setId;
-    CDataFileReader reader;
-    if (!reader.Open(strPath.c_str(), 1, ' '))
-        return setId;
-    for (int i = 1; i < reader.GetRecordAmount(); ++i)
-        if (const CDataRow* pRow = reader.GetRecord(i))
-            setId.insert(static_cast<uint32_t>(pRow->GetInt(0, 0)));
-    return setId;
-}
-
 void ItemAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
 {
     CItemTypeTable& table = *mgr.GetItemType();
-    for (uint32_t idType : ItemIds(table.GetFilePath())) {
-        if (const ItemTypeInfo* pInfo = table.FindItemType(idType)) {
-            setRecord.emplace_back();
-            ItemRecord(table, *pInfo, setRecord.back());
-        }
+    for (const auto& item : table.Items()) {
+        setRecord.emplace_back();
+        ItemRecord(table, item.second, setRecord.back());
     }
 }
 

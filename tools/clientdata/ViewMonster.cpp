@@ -1,18 +1,14 @@
 // Views of the monster types ("monster", by type id) and the monster speech
-// ("monster-speak", by monster type id). Records are found through the
-// tables' own lookups; the ids to list come from the section titles of the
-// file the table read, so a repeated id shows once, as the lookup answers it.
+// ("monster-speak", by monster type id). A repeated id shows once, as the
+// lookup answers it.
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
-#include <set>
 #include <string>
 #include <vector>
 
 #include "ClientData/ClientDataMgr.h"
 #include "TableView.h"
-#include "ZelGameBase/IniSectionReader.h"
-#include "ZelGameBase/ZelCrt.h"
 
 namespace {
 
@@ -58,19 +54,12 @@ void MonsterRecord(const MonsterTypeInfo& info, int nCanTakeStatus, ViewRecord& 
 void MonsterAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
 {
     CMonsterTypeTable& table = *mgr.GetMonster();
-    CIniSectionReader reader;
-    if (!reader.Open(table.GetFilePath().c_str(), 1))
-        return;
-    std::set<int> setSeen;
-    for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection) {
-        const char* szTitle = reader.GetTitle(nSection).data();
-        int nId = 0;
-        if (CrtScanInt32(szTitle, &nId) != SCAN_CONVERTED || !setSeen.insert(nId).second)
+    // Of a repeated id only the record the last-wins lookup returns.
+    for (const auto& pInfo : table.Records()) {
+        if (table.GetMonsterType(pInfo->nId) != pInfo.get())
             continue;
-        if (const MonsterTypeInfo* pInfo = table.GetMonsterType(nId)) {
-            setRecord.emplace_back();
-            MonsterRecord(*pInfo, table.CanTakeStatus(nId), setRecord.back());
-        }
+        setRecord.emplace_back();
+        MonsterRecord(*pInfo, table.CanTakeStatus(pInfo->nId), setRecord.back());
     }
 }
 
@@ -115,18 +104,9 @@ void SpeakRecord(uint32_t nId, const MonsterSpeakInfo& info, ViewRecord& record)
 
 void SpeakAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
 {
-    CMonsterSpeakTable& table = *mgr.Getmonsterspeak();
-    CIniSectionReader reader;
-    if (!reader.Open("ini/monsterspeak.ini", 0))
-        return;
-    std::set<uint32_t> setId;  // the table's own order: ascending ids
-    for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection)
-        setId.insert(static_cast<uint32_t>(CrtAtoi(reader.GetTitle(nSection).data())));
-    for (uint32_t nId : setId) {
-        if (const MonsterSpeakInfo* pInfo = table.GetMonsterSpeak(nId)) {
-            setRecord.emplace_back();
-            SpeakRecord(nId, *pInfo, setRecord.back());
-        }
+    for (const auto& speech : mgr.Getmonsterspeak()->Speeches()) {
+        setRecord.emplace_back();
+        SpeakRecord(speech.first, *speech.second, setRecord.back());
     }
 }
 

@@ -1,18 +1,15 @@
 // Views of the two NPC type tables ("npc" for "ini/Npc.ini", "npc-ex" for
-// "NewNpc.ini"), by NPC type id. Records are found through the tables' own
-// lookups; the ids to list come from the section titles of the file the
-// table read, so a repeated id shows once, as the first-wins lookup answers it.
+// "NewNpc.ini"), by NPC type id. A repeated id shows once, as the first-wins
+// lookup answers it.
 #include <cerrno>
 #include <cstdint>
 #include <cstdlib>
-#include <set>
 #include <string>
 #include <vector>
 
 #include "ClientData/ClientDataMgr.h"
 #include "ClientData/NpcTypeStore.h"
 #include "TableView.h"
-#include "ZelGameBase/IniSectionReader.h"
 
 namespace {
 
@@ -27,20 +24,14 @@ bool KeyToId(const std::vector<std::string>& setKey, uint32_t& nId)
     return *pEnd == '\0' && errno == 0 && nValue >= 0 && nValue <= UINT32_MAX;
 }
 
-// The ids of a file's sections, in file order, each once.
-std::vector<uint32_t> NpcIds(const char* szPath)
+// The records a table's lookup answers, in file order: of a repeated id only
+// the one the first-wins lookup returns.
+template <class Table, class Emit>
+void EachAnsweredRecord(Table& table, Emit emit)
 {
-    std::vector<uint32_t> setId;
-    CIniSectionReader reader;
-    if (!reader.Open(szPath, 0))
-        return setId;
-    std::set<uint32_t> setSeen;
-    for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection) {
-        const uint32_t nId = NpcTypeIdParse(reader.GetTitle(nSection).data());
-        if (setSeen.insert(nId).second)
-            setId.push_back(nId);
-    }
-    return setId;
+    for (const auto& pInfo : table.Records())
+        if (table.GetNpcType(pInfo->nId) == pInfo.get())
+            emit(*pInfo);
 }
 
 void NpcRecord(const NpcTypeInfo& info, ViewRecord& record)
@@ -103,12 +94,10 @@ void NpcExRecord(const NpcTypeInfoEx& info, ViewRecord& record)
 
 void NpcAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
 {
-    for (uint32_t nId : NpcIds("ini/Npc.ini")) {
-        if (const NpcTypeInfo* pInfo = mgr.GetNpc()->GetNpcType(nId)) {
-            setRecord.emplace_back();
-            NpcRecord(*pInfo, setRecord.back());
-        }
-    }
+    EachAnsweredRecord(*mgr.GetNpc(), [&](const NpcTypeInfo& info) {
+        setRecord.emplace_back();
+        NpcRecord(info, setRecord.back());
+    });
 }
 
 bool NpcGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record)
@@ -122,13 +111,10 @@ bool NpcGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRec
 
 void NpcExAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
 {
-    CNpcTypeInfoExTable& table = *mgr.GetNewNpc();
-    for (uint32_t nId : NpcIds(table.GetFilePath().c_str())) {
-        if (const NpcTypeInfoEx* pInfo = table.GetNpcType(nId)) {
-            setRecord.emplace_back();
-            NpcExRecord(*pInfo, setRecord.back());
-        }
-    }
+    EachAnsweredRecord(*mgr.GetNewNpc(), [&](const NpcTypeInfoEx& info) {
+        setRecord.emplace_back();
+        NpcExRecord(info, setRecord.back());
+    });
 }
 
 bool NpcExGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record)
