@@ -145,16 +145,6 @@ bool PlatformFindFirstFile(const char* szDir, const char* szPattern, std::string
 
 void PlatformMakeDirectory(const char* szPath) { mkdir(NativePath(szPath).c_str(), 0777); }
 
-bool PlatformAppendText(const char* szPath, const char* szText)
-{
-    FILE* pFile = PlatformOpenFile(szPath, "a+");
-    if (pFile == nullptr)
-        return false;
-    std::fputs(szText, pFile);
-    std::fclose(pFile);
-    return true;
-}
-
 LocalTime PlatformLocalTime()
 {
     const time_t now = std::time(nullptr);

@@ -9,6 +9,7 @@
 #include <string>
 
 #include "ZelGameBase/Platform/PlatformReport.h"
+#include "ZelGameBase/Platform/PlatformStack.h"
 #include "ZelGameBase/ZelCommon.h"
 
 namespace {
@@ -98,17 +99,7 @@ int PlatformStackWalk(void** ppAddress, int nMax, const ZelExceptionPointers* pE
     constexpr int kCapture = 64;
     void* setCaptured[kCapture];
     const int nCaptured = backtrace(setCaptured, kCapture);
-    int nFirst = 0;
-    for (int i = 0; i < nCaptured; ++i) {
-        if (setCaptured[i] == pFirstReturn) {
-            nFirst = i;
-            break;
-        }
-    }
-    int nFound = 0;
-    for (int i = nFirst; i < nCaptured && nFound < nMax && IsCode(setCaptured[i]); ++i)
-        ppAddress[nFound++] = setCaptured[i];
-    return nFound;
+    return StackFromCaller(setCaptured, nCaptured, pFirstReturn, IsCode, ppAddress, nMax);
 }
 
 bool PlatformModuleOfAddress(const void* pAddress, char* szName, int nNameSize, const void** ppBase)

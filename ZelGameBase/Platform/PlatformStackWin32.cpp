@@ -12,6 +12,7 @@
 #include <tlhelp32.h>
 
 #include "ZelGameBase/Platform/PlatformReport.h"
+#include "ZelGameBase/Platform/PlatformStack.h"
 #include "ZelGameBase/ZelCommon.h"
 
 static_assert(sizeof(ZelExceptionPointers) == sizeof(EXCEPTION_POINTERS),
@@ -121,17 +122,7 @@ int PlatformStackWalk(void** ppAddress, int nMax, const ZelExceptionPointers* pE
     constexpr DWORD kCapture = 62;  // the most older systems capture at once
     void* setCaptured[kCapture];
     const int nCaptured = RtlCaptureStackBackTrace(0, kCapture, setCaptured, nullptr);
-    int nFirst = 0;
-    for (int i = 0; i < nCaptured; ++i) {
-        if (setCaptured[i] == pFirstReturn) {
-            nFirst = i;
-            break;
-        }
-    }
-    int nFound = 0;
-    for (int i = nFirst; i < nCaptured && nFound < nMax && IsCode(setCaptured[i]); ++i)
-        ppAddress[nFound++] = setCaptured[i];
-    return nFound;
+    return StackFromCaller(setCaptured, nCaptured, pFirstReturn, IsCode, ppAddress, nMax);
 }
 
 bool PlatformModuleOfAddress(const void* pAddress, char* szName, int nNameSize, const void** ppBase)

@@ -119,16 +119,6 @@ void PlatformMakeDirectory(const char* szPath)
         CreateDirectoryA(szPath, nullptr);
 }
 
-bool PlatformAppendText(const char* szPath, const char* szText)
-{
-    FILE* pFile = PlatformOpenFile(szPath, "a+");
-    if (pFile == nullptr)
-        return false;
-    std::fputs(szText, pFile);
-    std::fclose(pFile);
-    return true;
-}
-
 LocalTime PlatformLocalTime()
 {
     const time_t now = std::time(nullptr);
