@@ -7,6 +7,8 @@
 #   FUZZ_TARGETS="A_fuzz B_fuzz" run only these targets
 #   FUZZ_JOBS=N                  targets run side by side (default nproc)
 #   FUZZ_MAX_LEN=N               longest input (default 65536)
+#   FUZZ_SEED=N                  libFuzzer's seed (default 1, so that a smoke
+#                                run on a fresh clone repeats; 0 draws one)
 #   BUILD_DIR=dir                build folder (default build-fuzz)
 # New inputs go to <build>/corpus/<target>/ and are kept between runs; the
 # checked-in seeds are fuzz/corpus/<target>/ and the dictionaries
@@ -47,7 +49,7 @@ fuzz_one() {
   [ -d "fuzz/corpus/$name" ] && seeds+=("$PWD/fuzz/corpus/$name")
   [ -f "fuzz/dict/$name.dict" ] && dict+=("-dict=$PWD/fuzz/dict/$name.dict")
   [ -n "${FUZZ_SECONDS:-}" ] && limit=("-max_total_time=$FUZZ_SECONDS")
-  "$target" "${limit[@]}" -max_len="${FUZZ_MAX_LEN:-65536}" -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
+  "$target" "${limit[@]}" -seed="${FUZZ_SEED:-1}" -max_len="${FUZZ_MAX_LEN:-65536}" -timeout=10 -rss_limit_mb=2048 -print_final_stats=1 \
       -artifact_prefix="$build_dir/artifacts/$name-" "${dict[@]}" "$corpus" "${seeds[@]}" >"$log" 2>&1
 }
 
@@ -57,7 +59,13 @@ declare -A outcome
 running=0
 for name in "${targets[@]}"; do
   if [ "$running" -ge "$jobs" ]; then wait -n || true; running=$((running - 1)); fi
-  ( if fuzz_one "$name"; then echo ok; else echo FAILED; fi >"$build_dir/$name.outcome" ) &
+  (
+    if fuzz_one "$name"; then echo ok; else echo FAILED; fi >"$build_dir/$name.outcome"
+    # Recorded as soon as the target ends, so that a campaign cut short
+    # still counts what it ran.
+    executions=$(sed -nE 's/^stat::number_of_executed_units: *([0-9]+).*/\1/p' "$build_dir/$name.log" | tail -1)
+    printf '%s\t%s\n' "$name" "${executions:-0}" >>"$ledger"
+  ) &
   running=$((running + 1))
 done
 wait
@@ -72,7 +80,6 @@ for name in "${targets[@]}"; do
   coverage=$(grep -aE '^#[0-9]+' "$log" | tail -1 | sed -nE 's/.*cov: ([0-9]+).*/\1/p' || true)
   executions=${executions:-0}
   total=$((total + executions))
-  printf '%s\t%s\n' "$name" "$executions" >>"$ledger"
   overall=$(awk -F'\t' -v n="$name" '$1 == n { s += $2 } END { print s + 0 }' "$ledger")
   printf '%-26s %12s %12s  %-8s %s\n' "$name" "$executions" "$overall" "${coverage:-?}" "$result"
   if [ "$result" != ok ]; then
