@@ -56,6 +56,9 @@ const char* CGenericTable::GetLoadPath() const
 
 void CGenericTable::Load()
 {
+    // The table holds one file's image: a second Load replaces the first
+    // rather than adding ids that would point past the new image.
+    Clear();
     const char* szPath = GetLoadPath();
     std::string strText;
     if (!PlatformReadFile(szPath, strText)) {

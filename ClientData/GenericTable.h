@@ -5,7 +5,8 @@
 //     its values the section's "key=value" lines;
 //   - any other file is a column file (blank-separated, one record a line),
 //     its id the first field's number, its values the fields.
-// Lookups by id answer the first record of that id.
+// Lookups by id answer the first record of that id. Each Load replaces what
+// the one before read.
 #pragma once
 
 #include <cstdint>

@@ -41,13 +41,14 @@ std::vector<std::string> FuzzWordsIn(const uint8_t* pData, std::size_t nSize);
 // dictionaries hold it); parts the input lacks are empty.
 std::vector<std::string> FuzzSplitFiles(const uint8_t* pData, std::size_t nSize, std::size_t nParts);
 
-template <class Table, class Lookups>
-void FuzzTableLife(Lookups lookups)
+// The life of a table that make() builds.
+template <class Table, class Make, class Lookups>
+void FuzzTableLifeOf(Make make, Lookups lookups)
 {
     {
         // Freed through slot 0, as the client frees a table it owns.
         const auto Free = [](Table* pOwned) { pOwned->DeletingDestructor(1); };
-        std::unique_ptr<Table, decltype(Free)> pTable(new Table(), Free);
+        std::unique_ptr<Table, decltype(Free)> pTable(make(), Free);
         pTable->BuildFilePath();
         pTable->Load();
         lookups(*pTable);
@@ -57,6 +58,12 @@ void FuzzTableLife(Lookups lookups)
         lookups(*pTable);
     }
     TableRegistry::Destroy();
+}
+
+template <class Table, class Lookups>
+void FuzzTableLife(Lookups lookups)
+{
+    FuzzTableLifeOf<Table>([] { return new Table(); }, lookups);
 }
 
 // The common case: the whole input is the one file at strPath.
