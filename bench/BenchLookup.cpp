@@ -8,6 +8,7 @@
 #include <cstring>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -377,20 +378,26 @@ struct StrResCase {
     std::size_t Records() const { return setCopy.size(); }
 };
 
+// Which catalogue entries, in slot order, are generic tables.
+constexpr bool kIsGeneric[] = {
+#define CLIENTDATA_TABLE(slot, name, iface, cls, file) std::is_same_v<cls, CGenericTable>,
+#include "ClientData/Catalogue.def"
+#undef CLIENTDATA_TABLE
+};
+
 // The generic table with the most records.
 std::unique_ptr<CGenericTable> LargestGenericTable()
 {
     std::unique_ptr<CGenericTable> pBest;
-#define CLIENTDATA_TABLE(slot, name, iface, cls, file)                                  \
-    if constexpr (std::is_same_v<cls, CGenericTable>) {                                 \
-        auto pTable = std::make_unique<CGenericTable>(CatalogueEntryOf(slot));          \
-        pTable->BuildFilePath();                                                        \
-        pTable->Load();                                                                 \
-        if (pBest == nullptr || pTable->GetRecordAmount() > pBest->GetRecordAmount()) \
-            pBest = std::move(pTable);                                                  \
+    for (int i = 0; i < kTableAmount; ++i) {
+        if (!kIsGeneric[i])
+            continue;
+        auto pTable = std::make_unique<CGenericTable>(kCatalogue[i]);
+        pTable->BuildFilePath();
+        pTable->Load();
+        if (pBest == nullptr || pTable->GetRecordAmount() > pBest->GetRecordAmount())
+            pBest = std::move(pTable);
     }
-#include "ClientData/Catalogue.def"
-#undef CLIENTDATA_TABLE
     return pBest;
 }
 
