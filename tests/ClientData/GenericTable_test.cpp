@@ -79,7 +79,7 @@ TEST_F(GenericTableTest, QueriesThroughSlotsMissSafely)
     EXPECT_STREQ(table.GetValueText(0, nullptr, "d"), "d");
 }
 
-TEST_F(GenericTableTest, MissingFileLogsAndClearEmpties)
+TEST_F(GenericTableTest, MissingFileLogsReloadReplacesClearEmpties)
 {
     CGenericTable table(kFixed);
     table.Load();
@@ -89,6 +89,12 @@ TEST_F(GenericTableTest, MissingFileLogsAndClearEmpties)
     WriteFile("ini/Fixed.ini", "1 2 3\n");
     table.Load();
     EXPECT_EQ(table.GetRecordAmount(), 1);
+    // A second Load replaces the first: no record may outlive its file image.
+    WriteFile("ini/Fixed.ini", "[5]\nk=v\n");
+    table.Load();
+    ASSERT_EQ(table.GetRecordAmount(), 1);
+    EXPECT_STREQ(table.GetRecordTitle(0), "5");
+    EXPECT_STREQ(table.GetRecordTitle(1), "");
     table.Clear();
     EXPECT_EQ(table.GetRecordAmount(), 0);
     EXPECT_EQ(table.FindRecord(1), -1);
