@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
+#include <cstdlib>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
@@ -283,14 +284,19 @@ TEST_F(FaultInjectionTest, RandomBytesForEveryTableLoadWithoutHarm)
 
 // --- very large files -------------------------------------------------------
 // The tests use 64 MiB files to keep the run short; nothing in the readers
-// depends on the size beyond that. Memory is checked after the load: what the
-// table keeps must stay within the file's size.
+// depends on the size beyond that, and CLIENTDATA_LARGE_FILE_MIB=1024 runs
+// them on 1 GiB files. Memory is checked after the load: what the table
+// keeps must stay within the file's size.
 
-constexpr std::size_t kLargeSize = std::size_t(64) << 20;
+const std::size_t kLargeSize = [] {
+    const char* szMiB = std::getenv("CLIENTDATA_LARGE_FILE_MIB");
+    const long nMiB = szMiB != nullptr ? std::strtol(szMiB, nullptr, 10) : 0;
+    return std::size_t(nMiB > 0 ? nMiB : 64) << 20;
+}();
 
 TEST_F(FaultInjectionTest, LargeColumnFileKeepsOnlyAnnouncedRecords)
 {
-    // Two announced records, the second with a 64 MiB name, then lines that
+    // Two announced records, the second with a very long name, then lines that
     // are never read.
     std::string strFile = "Amount=2\n" + ItemLine(1, "short") + ItemLine(2, std::string(kLargeSize, 'n'));
     strFile += ItemLine(3, "unread");
