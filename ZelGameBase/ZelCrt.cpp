@@ -2,6 +2,7 @@
 
 #include <climits>
 #include <cstdio>
+#include <type_traits>
 
 int CrtCompareNoCase(const char* a, const char* b)
 {
@@ -95,43 +96,24 @@ ScanResult ScanInteger(const char*& text, int nBase, uint64_t& nValue)
     return SCAN_CONVERTED;
 }
 
+// The scanf conversions store the low bits of what they read, so a value
+// wider than the target wraps.
+template <class Target>
+ScanResult ScanInto(const char*& text, int nBase, Target* pValue)
+{
+    uint64_t nValue = 0;
+    const ScanResult result = ScanInteger(text, nBase, nValue);
+    if (result == SCAN_CONVERTED && pValue != nullptr)
+        *pValue = static_cast<Target>(static_cast<std::make_unsigned_t<Target>>(nValue));
+    return result;
+}
+
 }  // namespace
 
-ScanResult CrtScanInt32(const char*& text, int32_t* pValue)
-{
-    uint64_t nValue = 0;
-    const ScanResult result = ScanInteger(text, 10, nValue);
-    if (result == SCAN_CONVERTED && pValue != nullptr)
-        *pValue = static_cast<int32_t>(static_cast<uint32_t>(nValue));
-    return result;
-}
-
-ScanResult CrtScanUInt32(const char*& text, uint32_t* pValue)
-{
-    uint64_t nValue = 0;
-    const ScanResult result = ScanInteger(text, 10, nValue);
-    if (result == SCAN_CONVERTED && pValue != nullptr)
-        *pValue = static_cast<uint32_t>(nValue);
-    return result;
-}
-
-ScanResult CrtScanHex32(const char*& text, uint32_t* pValue)
-{
-    uint64_t nValue = 0;
-    const ScanResult result = ScanInteger(text, 16, nValue);
-    if (result == SCAN_CONVERTED && pValue != nullptr)
-        *pValue = static_cast<uint32_t>(nValue);
-    return result;
-}
-
-ScanResult CrtScanInt64(const char*& text, int64_t* pValue)
-{
-    uint64_t nValue = 0;
-    const ScanResult result = ScanInteger(text, 10, nValue);
-    if (result == SCAN_CONVERTED && pValue != nullptr)
-        *pValue = static_cast<int64_t>(nValue);
-    return result;
-}
+ScanResult CrtScanInt32(const char*& text, int32_t* pValue) { return ScanInto(text, 10, pValue); }
+ScanResult CrtScanUInt32(const char*& text, uint32_t* pValue) { return ScanInto(text, 10, pValue); }
+ScanResult CrtScanHex32(const char*& text, uint32_t* pValue) { return ScanInto(text, 16, pValue); }
+ScanResult CrtScanInt64(const char*& text, int64_t* pValue) { return ScanInto(text, 10, pValue); }
 
 ScanResult CrtScanWord(const char*& text, char* szOut, std::size_t nSize)
 {

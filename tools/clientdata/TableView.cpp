@@ -1,11 +1,36 @@
 #include "TableView.h"
 
+#include <cerrno>
 #include <cstdlib>
 #include <deque>
 #include <string>
 
 #include "ClientData/ClientDataMgr.h"
 #include "ZelGameBase/ZelCrt.h"
+
+bool ViewKeyNumber(const std::string& strWord, long long nLow, long long nHigh, long long& nValue)
+{
+    if (strWord.empty())
+        return false;
+    char* pEnd = nullptr;
+    errno = 0;
+    nValue = std::strtoll(strWord.c_str(), &pEnd, 10);
+    return *pEnd == '\0' && errno == 0 && nValue >= nLow && nValue <= nHigh;
+}
+
+bool ViewSingleKey(const std::vector<std::string>& setKey, long long nLow, long long nHigh, long long& nValue)
+{
+    return setKey.size() == 1 && ViewKeyNumber(setKey[0], nLow, nHigh, nValue);
+}
+
+bool ViewSingleKeyU32(const std::vector<std::string>& setKey, uint32_t& nValue)
+{
+    long long nNumber = 0;
+    if (!ViewSingleKey(setKey, 0, UINT32_MAX, nNumber))
+        return false;
+    nValue = static_cast<uint32_t>(nNumber);
+    return true;
+}
 
 namespace {
 

@@ -4,6 +4,7 @@
 // fields and looks records up through the table's own queries.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -35,6 +36,14 @@ struct TableViewDef {
 struct TableViewRegistration {
     explicit TableViewRegistration(const TableViewDef& def);
 };
+
+// A word of a key that is a whole decimal number within [nLow, nHigh];
+// false for anything else.
+bool ViewKeyNumber(const std::string& strWord, long long nLow, long long nHigh, long long& nValue);
+// A key of exactly one such word.
+bool ViewSingleKey(const std::vector<std::string>& setKey, long long nLow, long long nHigh, long long& nValue);
+// A key of exactly one word that is an unsigned 32-bit number.
+bool ViewSingleKeyU32(const std::vector<std::string>& setKey, uint32_t& nValue);
 
 // Registered views, then one generic view per catalogue table (named after
 // the table, e.g. "GameMap"), looked up without regard to ASCII case.

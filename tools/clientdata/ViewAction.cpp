@@ -2,8 +2,8 @@
 // action-delay (by action number), action-ctrl and action-value (by 64-bit
 // key, through the tables' own wildcard fallbacks) and action-offset (by id,
 // variant and sub-variant).
-#include <cerrno>
-#include <cstdlib>
+#include <climits>
+#include <cstdint>
 #include <string>
 
 #include "ClientData/ActionType.h"
@@ -11,17 +11,6 @@
 #include "TableView.h"
 
 namespace {
-
-// A whole decimal number; false for anything else.
-bool ParseKey(const std::string& strText, long long& nValue)
-{
-    if (strText.empty())
-        return false;
-    char* pEnd = nullptr;
-    errno = 0;
-    nValue = std::strtoll(strText.c_str(), &pEnd, 10);
-    return errno == 0 && *pEnd == '\0';
-}
 
 void ActionTypeRecord(CClientDataMgr& mgr, int nPosition, ViewRecord& record)
 {
@@ -47,7 +36,7 @@ bool ActionTypeGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, 
     if (setKey.size() != 1)
         return false;
     long long nPosition = 0;
-    if (!ParseKey(setKey[0], nPosition))
+    if (!ViewKeyNumber(setKey[0], LLONG_MIN, LLONG_MAX, nPosition))
         nPosition = ActionPositionOf(setKey[0].c_str());
     if (nPosition < 0 || nPosition >= kActionPositionAmount)
         return false;
@@ -75,7 +64,7 @@ void DelayAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
 bool DelayGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record)
 {
     long long nAction = 0;
-    if (setKey.size() != 1 || !ParseKey(setKey[0], nAction) || nAction < 0 || nAction > 0xFFFFFFFFLL)
+    if (!ViewSingleKey(setKey, 0, UINT32_MAX, nAction))
         return false;
     const ActionDelayInfo* pInfo = mgr.GetActionDelay()->GetActionDelay(static_cast<uint32_t>(nAction));
     if (pInfo == nullptr)
@@ -108,7 +97,7 @@ void CtrlAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
 bool CtrlGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record)
 {
     long long nKey = 0;
-    if (setKey.size() != 1 || !ParseKey(setKey[0], nKey))
+    if (!ViewSingleKey(setKey, LLONG_MIN, LLONG_MAX, nKey))
         return false;
     CActionCtrlData& table = *mgr.GetActionCtrl();
     const ActionCtrlInfo* pInfo = table.GetActionCtrl(nKey);
@@ -135,7 +124,7 @@ void ValueAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
 bool ValueGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record)
 {
     long long nKey = 0;
-    if (setKey.size() != 1 || !ParseKey(setKey[0], nKey))
+    if (!ViewSingleKey(setKey, LLONG_MIN, LLONG_MAX, nKey))
         return false;
     CActionValueData& table = *mgr.GetAction();
     std::string strAnswer = table.Values().empty() ? "built-in rule" : "default";
@@ -180,7 +169,7 @@ bool OffsetGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, View
     if (setKey.size() != 3)
         return false;
     for (int i = 0; i < 3; ++i)
-        if (!ParseKey(setKey[static_cast<std::size_t>(i)], nPart[i]) || nPart[i] < INT32_MIN || nPart[i] > INT32_MAX)
+        if (!ViewKeyNumber(setKey[static_cast<std::size_t>(i)], INT32_MIN, INT32_MAX, nPart[i]))
             return false;
     const ActionEffectOffset* pOffset = mgr.GetActionEffectOffset()->GetActionEffectOffset(
         static_cast<int>(nPart[0]), static_cast<int>(nPart[1]), static_cast<int>(nPart[2]));

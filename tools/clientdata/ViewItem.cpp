@@ -2,10 +2,8 @@
 // category table ("item-category", by category name). Records are found
 // through the tables' own lookups; the keys to list come from the files the
 // tables read, so a repeated id or title shows once, as the lookup answers it.
-#include <cerrno>
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 #include <set>
 #include <string>
@@ -17,17 +15,6 @@
 #include "ZelGameBase/IniSectionReader.h"
 
 namespace {
-
-bool KeyToId(const std::vector<std::string>& setKey, uint32_t& nId)
-{
-    if (setKey.size() != 1 || setKey[0].empty() || setKey[0][0] == '-')
-        return false;
-    char* pEnd = nullptr;
-    errno = 0;
-    const unsigned long long nValue = std::strtoull(setKey[0].c_str(), &pEnd, 10);
-    nId = static_cast<uint32_t>(nValue);
-    return *pEnd == '\0' && errno == 0 && nValue <= UINT32_MAX;
-}
 
 // The integer fields of an item record in layout order: a name, where the
 // field lies, its element width and element count (an array's elements are
@@ -101,7 +88,7 @@ void ItemAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
 bool ItemGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record)
 {
     uint32_t idType = 0;
-    if (!KeyToId(setKey, idType))
+    if (!ViewSingleKeyU32(setKey, idType))
         return false;
     CItemTypeTable& table = *mgr.GetItemType();
     const ItemTypeInfo* pInfo = table.FindItemType(idType);

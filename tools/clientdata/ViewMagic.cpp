@@ -1,8 +1,6 @@
 // The magic view: every field of a magic type record by name, looked up by
 // type and level as the client does (the first record of the pair).
-#include <cerrno>
 #include <cstddef>
-#include <cstdlib>
 #include <cstring>
 #include <string>
 
@@ -147,24 +145,14 @@ void MagicAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
     }
 }
 
-bool ParseU32(const std::string& strText, uint32_t& nValue)
-{
-    if (strText.empty() || strText[0] == '-')
-        return false;
-    char* pEnd = nullptr;
-    errno = 0;
-    const unsigned long long nParsed = std::strtoull(strText.c_str(), &pEnd, 10);
-    nValue = static_cast<uint32_t>(nParsed);
-    return errno == 0 && *pEnd == '\0' && nParsed <= 0xFFFFFFFFull;
-}
-
 bool MagicGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record)
 {
-    uint32_t nType = 0;
-    uint32_t nLevel = 0;
-    if (setKey.size() != 2 || !ParseU32(setKey[0], nType) || !ParseU32(setKey[1], nLevel))
+    long long nType = 0;
+    long long nLevel = 0;
+    if (setKey.size() != 2 || !ViewKeyNumber(setKey[0], 0, UINT32_MAX, nType) ||
+        !ViewKeyNumber(setKey[1], 0, UINT32_MAX, nLevel))
         return false;
-    const MagicTypeInfo* pInfo = mgr.GetMagicType()->GetMagicType(nType, nLevel);
+    const MagicTypeInfo* pInfo = mgr.GetMagicType()->GetMagicType(static_cast<uint32_t>(nType), static_cast<uint32_t>(nLevel));
     if (pInfo == nullptr)
         return false;
     MagicRecord(*pInfo, record);

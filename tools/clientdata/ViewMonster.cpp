@@ -1,9 +1,7 @@
 // Views of the monster types ("monster", by type id) and the monster speech
 // ("monster-speak", by monster type id). A repeated id shows once, as the
 // lookup answers it.
-#include <cerrno>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -13,16 +11,6 @@
 namespace {
 
 // A whole decimal number in range of a 32-bit id.
-bool KeyToId(const std::vector<std::string>& setKey, long long& nId)
-{
-    if (setKey.size() != 1 || setKey[0].empty())
-        return false;
-    char* pEnd = nullptr;
-    errno = 0;
-    nId = std::strtoll(setKey[0].c_str(), &pEnd, 10);
-    return *pEnd == '\0' && errno == 0 && nId >= INT32_MIN && nId <= UINT32_MAX;
-}
-
 void MonsterRecord(const MonsterTypeInfo& info, int nCanTakeStatus, ViewRecord& record)
 {
     record.strKey = std::to_string(info.nId);
@@ -66,7 +54,7 @@ void MonsterAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
 bool MonsterGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record)
 {
     long long nId = 0;
-    if (!KeyToId(setKey, nId))
+    if (!ViewSingleKey(setKey, INT32_MIN, UINT32_MAX, nId))
         return false;
     CMonsterTypeTable& table = *mgr.GetMonster();
     const MonsterTypeInfo* pInfo = table.GetMonsterType(static_cast<int>(nId));
@@ -113,7 +101,7 @@ void SpeakAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
 bool SpeakGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record)
 {
     long long nId = 0;
-    if (!KeyToId(setKey, nId))
+    if (!ViewSingleKey(setKey, INT32_MIN, UINT32_MAX, nId))
         return false;
     const MonsterSpeakInfo* pInfo = mgr.Getmonsterspeak()->GetMonsterSpeak(static_cast<uint32_t>(nId));
     if (pInfo == nullptr)

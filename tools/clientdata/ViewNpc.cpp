@@ -1,9 +1,7 @@
 // Views of the two NPC type tables ("npc" for "ini/Npc.ini", "npc-ex" for
 // "NewNpc.ini"), by NPC type id. A repeated id shows once, as the first-wins
 // lookup answers it.
-#include <cerrno>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <vector>
 
@@ -12,17 +10,6 @@
 #include "TableView.h"
 
 namespace {
-
-bool KeyToId(const std::vector<std::string>& setKey, uint32_t& nId)
-{
-    if (setKey.size() != 1 || setKey[0].empty())
-        return false;
-    char* pEnd = nullptr;
-    errno = 0;
-    const long long nValue = std::strtoll(setKey[0].c_str(), &pEnd, 10);
-    nId = static_cast<uint32_t>(nValue);
-    return *pEnd == '\0' && errno == 0 && nValue >= 0 && nValue <= UINT32_MAX;
-}
 
 // The records a table's lookup answers, in file order: of a repeated id only
 // the one the first-wins lookup returns.
@@ -103,7 +90,7 @@ void NpcAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
 bool NpcGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record)
 {
     uint32_t nId = 0;
-    const NpcTypeInfo* pInfo = KeyToId(setKey, nId) ? mgr.GetNpc()->GetNpcType(nId) : nullptr;
+    const NpcTypeInfo* pInfo = ViewSingleKeyU32(setKey, nId) ? mgr.GetNpc()->GetNpcType(nId) : nullptr;
     if (pInfo != nullptr)
         NpcRecord(*pInfo, record);
     return pInfo != nullptr;
@@ -120,7 +107,7 @@ void NpcExAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
 bool NpcExGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record)
 {
     uint32_t nId = 0;
-    const NpcTypeInfoEx* pInfo = KeyToId(setKey, nId) ? mgr.GetNewNpc()->GetNpcType(nId) : nullptr;
+    const NpcTypeInfoEx* pInfo = ViewSingleKeyU32(setKey, nId) ? mgr.GetNewNpc()->GetNpcType(nId) : nullptr;
     if (pInfo != nullptr)
         NpcExRecord(*pInfo, record);
     return pInfo != nullptr;

@@ -1,9 +1,7 @@
 // The sound event view ("sound", by event id). The ids to list come from the
 // file the table read; a repeated id shows once, with the text the table
 // kept (the last line's).
-#include <cerrno>
 #include <cstdint>
-#include <cstdlib>
 #include <set>
 #include <string>
 #include <vector>
@@ -41,14 +39,9 @@ void SoundAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
 
 bool SoundGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record)
 {
-    if (setKey.size() != 1 || setKey[0].empty() || setKey[0][0] == '-')
+    uint32_t idEvent = 0;
+    if (!ViewSingleKeyU32(setKey, idEvent))
         return false;
-    char* pEnd = nullptr;
-    errno = 0;
-    const unsigned long long nValue = std::strtoull(setKey[0].c_str(), &pEnd, 10);
-    if (*pEnd != '\0' || errno != 0 || nValue > UINT32_MAX)
-        return false;
-    const uint32_t idEvent = static_cast<uint32_t>(nValue);
     const char* szText = mgr.GetSoundEvent()->GetSoundEventText(idEvent);
     if (szText == nullptr)
         return false;

@@ -1,9 +1,7 @@
 // The view of the tutorial scripts ("tutorial", by script id): the script's
 // type and its usable commands in order, each with its keyword, code,
 // parameter slots and, for the tip commands, its text.
-#include <cerrno>
 #include <cstdint>
-#include <cstdlib>
 #include <map>
 #include <set>
 #include <string>
@@ -68,12 +66,8 @@ void TutorialAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
 
 bool TutorialGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record)
 {
-    if (setKey.size() != 1 || setKey[0].empty())
-        return false;
-    char* pEnd = nullptr;
-    errno = 0;
-    const long long nId = std::strtoll(setKey[0].c_str(), &pEnd, 10);
-    if (*pEnd != '\0' || errno != 0 || nId < INT32_MIN || nId > INT32_MAX)
+    long long nId = 0;
+    if (!ViewSingleKey(setKey, INT32_MIN, INT32_MAX, nId))
         return false;
     const TutorialScript* pScript = mgr.GetBattleTutorial()->GetScript(static_cast<int>(nId));
     if (pScript == nullptr)
