@@ -41,6 +41,15 @@ mkdir -p "$build_dir/artifacts"
 ledger=$build_dir/ledger.tsv
 touch "$ledger"
 
+# Executions a log records: libFuzzer's final count, or for a run cut off
+# before it printed one, the count on its last progress line.
+executions_in() {
+  local counted
+  counted=$(sed -nE 's/^stat::number_of_executed_units: *([0-9]+).*/\1/p' "$1" | tail -1)
+  [ -n "$counted" ] || counted=$(grep -aoE '^#[0-9]+' "$1" | tail -1 | tr -d '#')
+  echo "${counted:-0}"
+}
+
 fuzz_one() {
   local name=$1
   local target="$build_dir/fuzz/$name" corpus="$build_dir/corpus/$name" log="$build_dir/$name.log"
@@ -63,8 +72,7 @@ for name in "${targets[@]}"; do
     if fuzz_one "$name"; then echo ok; else echo FAILED; fi >"$build_dir/$name.outcome"
     # Recorded as soon as the target ends, so that a campaign cut short
     # still counts what it ran.
-    executions=$(sed -nE 's/^stat::number_of_executed_units: *([0-9]+).*/\1/p' "$build_dir/$name.log" | tail -1)
-    printf '%s\t%s\n' "$name" "${executions:-0}" >>"$ledger"
+    printf '%s\t%s\n' "$name" "$(executions_in "$build_dir/$name.log")" >>"$ledger"
   ) &
   running=$((running + 1))
 done
@@ -76,9 +84,8 @@ printf '%-26s %12s %12s  %-8s %s\n' target executions "in ledger" coverage outco
 for name in "${targets[@]}"; do
   log="$build_dir/$name.log"
   result=$(cat "$build_dir/$name.outcome" 2>/dev/null || echo FAILED)
-  executions=$(sed -nE 's/^stat::number_of_executed_units: *([0-9]+).*/\1/p' "$log" | tail -1)
+  executions=$(executions_in "$log")
   coverage=$(grep -aE '^#[0-9]+' "$log" | tail -1 | sed -nE 's/.*cov: ([0-9]+).*/\1/p' || true)
-  executions=${executions:-0}
   total=$((total + executions))
   overall=$(awk -F'\t' -v n="$name" '$1 == n { s += $2 } END { print s + 0 }' "$ledger")
   printf '%-26s %12s %12s  %-8s %s\n' "$name" "$executions" "$overall" "${coverage:-?}" "$result"
