@@ -12,14 +12,7 @@ LocalTime TestClock() { return g_clock; }
 
 const char kStamp[] = " -- Mon Mar 07 14:05:09 2011\n";
 
-class DebugLogTest : public DataFolderTest {
-protected:
-    void UseClock(const LocalTime& time)
-    {
-        g_clock = time;
-        LogSetClock(TestClock);
-    }
-};
+using DebugLogTest = DataFolderTest;
 
 }  // namespace
 
@@ -51,8 +44,9 @@ TEST_F(DebugLogTest, OneFilePerLocalDayWithoutPadding)
         {{2012, 12, 31, 1, 2, 3, 1}, "debug/2012_12_31.log", "Mon Dec 31 01:02:03 2012\n"},
     };
     std::filesystem::create_directory("debug");  // an existing folder is used as it is
+    LogSetClock(TestClock);
     for (const auto& c : kCases) {
-        UseClock(c.time);
+        g_clock = c.time;
         LogSave("m");
         EXPECT_EQ(ReadWholeFile(c.szFile), std::string("m -- ") + c.szStamp);
     }

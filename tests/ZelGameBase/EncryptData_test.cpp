@@ -14,31 +14,14 @@ namespace {
 
 class EncryptDataTest : public DataFolderTest {};
 
-std::vector<unsigned char> Bytes(std::size_t nSize, unsigned nSalt)
-{
-    std::vector<unsigned char> setByte(nSize);
-    for (std::size_t i = 0; i < nSize; ++i)
-        setByte[i] = static_cast<unsigned char>((i * 37 + nSalt * 11 + (i >> 3)) & 0xFF);
-    return setByte;
-}
-
-TEST(CrtRandomTest, FollowsTheMicrosoftRuntimeSequence)
-{
-    // srand(1) then rand() as the Visual C++ runtime answers.
-    CCrtRandom random(1);
-    std::vector<int> setValue;
-    for (int i = 0; i < 10; ++i) setValue.push_back(random.Next());
-    EXPECT_EQ(setValue, (std::vector<int>{41, 18467, 6334, 26500, 19169, 15724, 11478, 29358, 26962, 24464}));
-    random.Seed(1);
-    EXPECT_EQ(random.Next(), 41);
-}
-
 TEST(EncryptDataBufferTest, RoundTripsForEverySeedAndSize)
 {
     for (uint32_t nSeed : {0u, 1u, kEncryptDataSeed, 0xFFFFFFFFu}) {
         const CEncryptData data(nSeed);
         for (std::size_t nSize : {0u, 1u, 8u, 127u, 128u, 129u, 1000u}) {
-            const std::vector<unsigned char> setPlain = Bytes(nSize, nSeed);
+            std::vector<unsigned char> setPlain(nSize);
+            for (std::size_t i = 0; i < nSize; ++i)
+                setPlain[i] = static_cast<unsigned char>(i * 37 + nSeed * 11 + i / 8);
             std::vector<unsigned char> setWork = setPlain;
             data.EncryptBuffer(setWork.data(), setWork.size());
             EXPECT_TRUE(nSize < 8 || setWork != setPlain) << nSeed << " " << nSize;
@@ -48,16 +31,20 @@ TEST(EncryptDataBufferTest, RoundTripsForEverySeedAndSize)
     }
 }
 
-TEST(EncryptDataBufferTest, KeyComesFromRandAndBytesRotateByPosition)
+TEST(EncryptDataBufferTest, KeyComesFromTheRuntimeRandAndBytesRotateByPosition)
 {
+    // srand(1) then rand() as the Visual C++ runtime answers.
+    CCrtRandom random(1);
+    for (int nExpected : {41, 18467, 6334, 26500, 19169, 15724, 11478, 29358, 26962, 24464})
+        EXPECT_EQ(random.Next(), nExpected);
+    random.Seed(1);
+    EXPECT_EQ(random.Next(), 41);
+
     // Seed 1: key bytes are the low bytes of 41, 18467, 6334 (0x29, 0x23, 0xBE).
     // Byte 0 is only XORed; byte 1 is rotated left by 1 first; byte 2 by 2.
-    const CEncryptData data(1);
-    unsigned char bytes[3] = {0x00, 0x80, 0x41};
-    data.EncryptBuffer(bytes, sizeof(bytes));
-    EXPECT_EQ(bytes[0], 0x29);
-    EXPECT_EQ(bytes[1], 0x01 ^ 0x23);
-    EXPECT_EQ(bytes[2], 0x05 ^ 0xBE);
+    std::vector<unsigned char> setByte = {0x00, 0x80, 0x41};
+    CEncryptData(1).EncryptBuffer(setByte.data(), setByte.size());
+    EXPECT_EQ(setByte, (std::vector<unsigned char>{0x29, 0x01 ^ 0x23, 0x05 ^ 0xBE}));
 }
 
 TEST_F(EncryptDataTest, ScrambledFileLoadsAndReadsLineByLine)
@@ -65,9 +52,8 @@ TEST_F(EncryptDataTest, ScrambledFileLoadsAndReadsLineByLine)
     WriteFile("plain.txt", "first line\r\nsecond\nlast without feed");
     CEncryptData writer(77);
     ASSERT_TRUE(writer.EncryptFile("plain.txt"));
-    const std::string strScrambled = ReadWholeFile("plain.txt.encrypt");
-    ASSERT_EQ(strScrambled.size(), 36u);
-    EXPECT_EQ(strScrambled.find("second"), std::string::npos);
+    ASSERT_EQ(ReadWholeFile("plain.txt.encrypt").size(), 36u);
+    EXPECT_EQ(ReadWholeFile("plain.txt.encrypt").find("second"), std::string::npos);
 
     CEncryptData reader(77);
     ASSERT_TRUE(reader.Load("plain.txt.encrypt"));
@@ -93,10 +79,9 @@ TEST_F(EncryptDataTest, ReadLineBoundsAndLoadFailures)
     CEncryptData data(5);
     ASSERT_TRUE(data.EncryptFile("plain.txt"));
     ASSERT_TRUE(data.Load("plain.txt.encrypt"));
-    char szOut[8];
-    std::memset(szOut, 'Z', sizeof(szOut));
+    char szOut[8] = "ZZZZZZZ";
     EXPECT_EQ(data.ReadLine(szOut, 4), 4);
-    EXPECT_EQ(std::string(szOut, 5), "abcdZ");  // only nSize bytes touched
+    EXPECT_STREQ(szOut, "abcdZZZ");  // only nSize bytes touched
     EXPECT_EQ(data.ReadLine(szOut, -3), 0);
     EXPECT_EQ(data.ReadLine(szOut, 8), 3);
     EXPECT_STREQ(szOut, "ef\n");
@@ -112,9 +97,8 @@ TEST_F(EncryptDataTest, ReadLineBoundsAndLoadFailures)
 
 TEST_F(EncryptDataTest, StringKeeps255CharactersAndRejects256)
 {
-    const std::string strLong(255, 'q');
     for (const std::string& strText :
-         {std::string(), std::string("Iron Sword"), std::string("\xB3\xA4\xBD\xA3 GBK"), strLong}) {
+         {std::string(), std::string("Iron Sword"), std::string("\xB3\xA4\xBD\xA3 GBK"), std::string(255, 'q')}) {
         CEncryptString text;
         text.Set(strText.c_str());
         EXPECT_EQ(text.GetLength(), strText.size());

@@ -15,7 +15,7 @@ const char kText[] =
 
 const char kNulText[] = "[A\0B]\nK\0=1\nK=2";
 
-class IniSectionReaderTest : public DataFolderTest {};
+using IniSectionReaderTest = DataFolderTest;
 
 }  // namespace
 
@@ -24,9 +24,8 @@ TEST_F(IniSectionReaderTest, ListsSectionsAndKeysInFileOrder)
     CIniSectionReader reader;
     reader.OpenText(kText);
     ASSERT_EQ(reader.GetSectionAmount(), 3);
-    EXPECT_EQ(reader.GetTitle(0), "Magic");
-    EXPECT_EQ(reader.GetTitle(1), "Other");
-    EXPECT_EQ(reader.GetTitle(2), "MAGIC");  // a repeated title is a section of its own
+    const char* kTitles[] = {"Magic", "Other", "MAGIC"};  // a repeated title is a section of its own
+    for (int i = 0; i < 3; ++i) EXPECT_EQ(reader.GetTitle(i), kTitles[i]);
     EXPECT_EQ(reader.FindSection("magic"), 0);
     EXPECT_EQ(reader.FindSection("OTHER"), 1);
     EXPECT_EQ(reader.FindSection("Loose"), -1);
@@ -97,8 +96,7 @@ TEST_F(IniSectionReaderTest, BothFlagsReadTheFileOnceWithTheSameResult)
 TEST_F(IniSectionReaderTest, BadInputNeverCrashes)
 {
     CIniSectionReader reader;
-    EXPECT_FALSE(reader.Open("missing.ini", 0));
-    EXPECT_FALSE(reader.Open("missing.ini", 1));
+    EXPECT_FALSE(reader.Open("missing.ini", 0) || reader.Open("missing.ini", 1));
     EXPECT_EQ(reader.GetSectionAmount(), 0);
     reader.OpenText(std::string("\xFF\xFE\x00\x01[\x80]", 7));
     EXPECT_EQ(reader.GetInt(0, "K", 3), 3);

@@ -6,11 +6,7 @@
 
 #include "Support/TestSupport.h"
 
-namespace {
-
-class PlatformTest : public DataFolderTest {};
-
-}  // namespace
+using PlatformTest = DataFolderTest;
 
 TEST_F(PlatformTest, ReadsWholeFilesByEitherSlash)
 {

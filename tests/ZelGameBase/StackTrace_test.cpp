@@ -4,60 +4,13 @@
 #include <unistd.h>
 
 #include <cstdlib>
+#include <regex>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 namespace {
-
-struct Entry {
-    std::string strModule;  // empty when the entry names none
-    int nIndex;
-};
-
-bool IsAddress(const std::string& strText)
-{
-    if (strText == "(nil)")
-        return true;
-    if (strText.size() < 3 || strText.compare(0, 2, "0x") != 0)
-        return false;
-    return strText.find_first_not_of("0123456789abcdef", 2) == std::string::npos;
-}
-
-// Reads the entry "(module address:index) " or "(address:index) " at nAt.
-bool ReadEntry(const std::string& strText, std::size_t& nAt, Entry& entry)
-{
-    const std::size_t nClose = strText.find(") ", nAt);
-    if (strText.compare(nAt, 1, "(") != 0 || nClose == std::string::npos)
-        return false;
-    const std::string strBody = strText.substr(nAt + 1, nClose - nAt - 1);
-    const std::size_t nColon = strBody.rfind(':');
-    const std::size_t nBlank = strBody.find(' ');
-    if (nColon == std::string::npos || nColon + 1 == strBody.size() ||
-        strBody.find_first_not_of("0123456789", nColon + 1) != std::string::npos)
-        return false;
-    const std::size_t nAddress = nBlank == std::string::npos ? 0 : nBlank + 1;
-    if ((nBlank != std::string::npos && (nBlank == 0 || nBlank > nColon)) ||
-        !IsAddress(strBody.substr(nAddress, nColon - nAddress)))
-        return false;
-    entry.strModule = nBlank == std::string::npos ? std::string() : strBody.substr(0, nBlank);
-    entry.nIndex = std::stoi(strBody.substr(nColon + 1));
-    nAt = nClose + 2;
-    return true;
-}
-
-// Splits a stack text into its entries; every entry must be well formed.
-std::vector<Entry> EntriesOf(const std::string& strText)
-{
-    std::vector<Entry> setEntry;
-    std::size_t nAt = 0;
-    Entry entry;
-    while (nAt < strText.size() && ReadEntry(strText, nAt, entry))
-        setEntry.push_back(entry);
-    EXPECT_EQ(nAt, strText.size()) << strText;
-    return setEntry;
-}
 
 std::string SelfPath()
 {
@@ -66,18 +19,28 @@ std::string SelfPath()
     return nLength > 0 ? std::string(szPath, static_cast<std::size_t>(nLength)) : std::string();
 }
 
-// The rule of module names: an entry names its module only when it differs
-// from the previous entry's; indices count up from 0.
-void ExpectWellFormed(const std::vector<Entry>& setEntry)
+// Splits a stack text of entries "(module address:index) " or "(address:index) "
+// into the module each names ("" for none). Every entry must be well formed,
+// indices count up from 0, and an entry names its module only when it differs
+// from the one named before.
+std::vector<std::string> ModulesOf(const std::string& strText)
 {
+    static const std::regex entry(R"(\((?:([^ ]+) )?(0x[0-9a-f]+|\(nil\)):([0-9]+)\) )");
+    std::vector<std::string> setModule;
     std::string strPrevious;
-    for (std::size_t i = 0; i < setEntry.size(); ++i) {
-        EXPECT_EQ(setEntry[i].nIndex, static_cast<int>(i));
-        if (!setEntry[i].strModule.empty()) {
-            EXPECT_NE(setEntry[i].strModule, strPrevious) << "entry " << i;
-            strPrevious = setEntry[i].strModule;
+    std::smatch match;
+    auto at = strText.begin();
+    for (; std::regex_search(at, strText.end(), match, entry, std::regex_constants::match_continuous);
+         at += match.length()) {
+        EXPECT_EQ(std::stoi(match.str(3)), static_cast<int>(setModule.size())) << strText;
+        setModule.push_back(match.str(1));
+        if (match[1].matched) {
+            EXPECT_NE(match.str(1), strPrevious) << strText;
+            strPrevious = match.str(1);
         }
     }
+    EXPECT_TRUE(at == strText.end()) << strText;
+    return setModule;
 }
 
 std::string g_strFromCallback;
@@ -92,33 +55,25 @@ int CompareAndTrace(const void* pLeft, const void* pRight)
     return *static_cast<const int*>(pLeft) - *static_cast<const int*>(pRight);
 }
 
-TEST(StackTraceText, NamesTheCallersModuleOnceThenOnlyOffsets)
+TEST(StackTraceText, NamesTheCallersModuleOnceThenOnlyEachChange)
 {
     char szText[1024];
     ASSERT_EQ(StackTraceText(6, szText, sizeof(szText), nullptr), szText);
-    const std::vector<Entry> setEntry = EntriesOf(szText);
-    ASSERT_GE(setEntry.size(), 2u);
-    EXPECT_LE(setEntry.size(), 7u);
-    EXPECT_EQ(setEntry[0].strModule, SelfPath());
-    // The test runner is linked into the same program.
-    EXPECT_EQ(setEntry[1].strModule, "") << szText;
-    ExpectWellFormed(setEntry);
-
+    std::vector<std::string> setModule = ModulesOf(szText);
+    ASSERT_GE(setModule.size(), 2u);
+    EXPECT_LE(setModule.size(), 7u);
+    EXPECT_EQ(setModule[0], SelfPath());
+    EXPECT_EQ(setModule[1], "") << szText;  // the test runner is linked into the same program
     ASSERT_NE(StackTraceText(1, szText, sizeof(szText), nullptr), nullptr);
-    EXPECT_LE(EntriesOf(szText).size(), 2u);
-}
+    EXPECT_LE(ModulesOf(szText).size(), 2u);
 
-TEST(StackTraceText, NamesEachModuleChange)
-{
     // The C library's sort calls back into this program.
-    g_strFromCallback.clear();
     int setValue[] = {2, 1};
     std::qsort(setValue, 2, sizeof(int), CompareAndTrace);
-    const std::vector<Entry> setEntry = EntriesOf(g_strFromCallback);
-    ASSERT_GE(setEntry.size(), 2u);
-    EXPECT_EQ(setEntry[0].strModule, SelfPath());
-    EXPECT_NE(setEntry[1].strModule, "") << g_strFromCallback;
-    ExpectWellFormed(setEntry);
+    setModule = ModulesOf(g_strFromCallback);
+    ASSERT_GE(setModule.size(), 2u);
+    EXPECT_EQ(setModule[0], SelfPath());
+    EXPECT_NE(setModule[1], "") << g_strFromCallback;
 }
 
 TEST(StackTraceText, CutsAtTheBufferAndAnswersAnAddressWithoutOne)
@@ -148,10 +103,9 @@ TEST(StackTraceText, WalksTheFaultingCodeFromAContext)
     ZelExceptionPointers pointers{nullptr, &context};
     char szText[1024];
     ASSERT_EQ(StackTraceText(6, szText, sizeof(szText), &pointers), szText);
-    const std::vector<Entry> setEntry = EntriesOf(szText);
-    ASSERT_GE(setEntry.size(), 1u);
-    EXPECT_EQ(setEntry[0].strModule, SelfPath());
-    ExpectWellFormed(setEntry);
+    const std::vector<std::string> setModule = ModulesOf(szText);
+    ASSERT_GE(setModule.size(), 1u);
+    EXPECT_EQ(setModule[0], SelfPath());
 }
 
 }  // namespace

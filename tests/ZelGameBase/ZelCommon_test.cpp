@@ -25,7 +25,7 @@ struct IniCase {
 
 }  // namespace
 
-TEST_F(ZelCommonTest, IniDataGetReadsTokens)
+TEST_F(ZelCommonTest, IniDataGetAndIniStrGetReadTokens)
 {
     WriteFile("t.ini", kIniText);
     const IniCase kCases[] = {
@@ -46,21 +46,19 @@ TEST_F(ZelCommonTest, IniDataGetReadsTokens)
         EXPECT_EQ(nValue, c.nValue) << c.szTitle << " " << c.szKey;
     }
     EXPECT_EQ(IniDataGet("t.ini", "PlayerFace", "MaleFaceAmount", nullptr, 1), 1);  // pData is not tested
-}
 
-TEST_F(ZelCommonTest, IniStrGetTakesTheRestOfTheToken)
-{
-    WriteFile("t.ini", kIniText);
-    char szData[1024] = "old";
-    EXPECT_EQ(IniStrGet("t.ini", "PlayerFace", "Word", szData, 1), 1);
-    EXPECT_STREQ(szData, "ab=cd");
-    EXPECT_EQ(IniStrGet("t.ini", "PlayerFace", "Bad", szData, 1), 1);
-    EXPECT_STREQ(szData, "xyz");  // any word converts as text
-    char szSmall[4] = "old";
-    EXPECT_EQ(IniStrGet("t.ini", "PlayerFace", "After", szSmall, 1, sizeof(szSmall)), 0);
-    EXPECT_STREQ(szSmall, "old");
-    EXPECT_EQ(IniStrGet("t.ini", "PlayerFace", "Word", szSmall, 1, sizeof(szSmall)), 1);
-    EXPECT_STREQ(szSmall, "ab=");
+    // IniStrGet takes the rest of the token.
+    const struct {
+        const char* szKey;
+        int nSize, nFound;
+        const char* szText;
+    } kTexts[] = {{"Word", 1024, 1, "ab=cd"}, {"Bad", 1024, 1, "xyz"} /* any word converts as text */,
+                  {"After", 4, 0, "old"}, {"Word", 4, 1, "ab="}};
+    for (const auto& c : kTexts) {
+        char szData[1024] = "old";
+        EXPECT_EQ(IniStrGet("t.ini", "PlayerFace", c.szKey, szData, 1, c.nSize), c.nFound) << c.szKey;
+        EXPECT_STREQ(szData, c.szText) << c.szKey;
+    }
     EXPECT_EQ(IniStrGet("t.ini", "PlayerFace", "Word", nullptr, 1), 0);
 }
 
@@ -104,13 +102,12 @@ TEST_F(ZelCommonTest, IniReadersSurviveBadFiles)
 TEST_F(ZelCommonTest, ProfileIntGetReportsTheDefaultAsMissing)
 {
     WriteFile("p.ini", "[S]\nK=0x10\nM=444444\n");
-    unsigned nValue = 0;
-    EXPECT_EQ(ProfileIntGet("p.ini", "s", "k", &nValue), 1);
-    EXPECT_EQ(nValue, 16u);
-    EXPECT_EQ(ProfileIntGet("p.ini", "S", "M", &nValue), 0);
-    EXPECT_EQ(nValue, 444444u);
-    EXPECT_EQ(ProfileIntGet("p.ini", "S", "Absent", &nValue), 0);
-    EXPECT_EQ(nValue, 444444u);
+    const IniCase kCases[] = {{"s", "k", 1, 16}, {"S", "M", 0, 444444}, {"S", "Absent", 0, 444444}};
+    for (const IniCase& c : kCases) {
+        unsigned nValue = 0;
+        EXPECT_EQ(ProfileIntGet("p.ini", c.szTitle, c.szKey, &nValue), c.nFound) << c.szKey;
+        EXPECT_EQ(nValue, static_cast<unsigned>(c.nValue)) << c.szKey;  // stored even when missing
+    }
     EXPECT_EQ(DebugText(), "p.ini [S] M not found.p.ini [S] Absent not found.");
 }
 

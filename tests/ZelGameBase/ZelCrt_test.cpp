@@ -2,20 +2,18 @@
 
 #include <climits>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
 TEST(ZelCrt, AtoiSaturatesLikeTheClientRuntime)
 {
-    const struct {
-        const char* szText;
-        int nExpected;
-    } kCases[] = {
+    const std::pair<const char*, int> kCases[] = {
         {"12ab", 12}, {" \t\n\v\f\r-7", -7}, {"+5", 5}, {"2147483648", INT_MAX}, {"99999999999999999999", INT_MAX},
         {"-2147483648", INT_MIN}, {"-2147483649", INT_MIN}, {"", 0}, {"- 5", 0}, {"--5", 0},
     };
     for (const auto& c : kCases)
-        EXPECT_EQ(CrtAtoi(c.szText), c.nExpected) << '"' << c.szText << '"';
+        EXPECT_EQ(CrtAtoi(c.first), c.second) << '"' << c.first << '"';
     EXPECT_EQ(CrtAtoi(nullptr), 0);
 }
 
@@ -77,10 +75,7 @@ TEST(ZelCrt, CompareNoCaseFoldsAsciiOnly)
 
 TEST(ZelCrt, CtimeTextPadsTheDay)
 {
-    const struct {
-        LocalTime time;
-        const char* szExpected;
-    } kCases[] = {
+    const std::pair<LocalTime, const char*> kCases[] = {
         {{2011, 3, 7, 14, 5, 9, 1}, "Mon Mar 07 14:05:09 2011\n"},
         {{2012, 1, 5, 0, 0, 0, 4}, "Thu Jan 05 00:00:00 2012\n"},
         {{1999, 12, 31, 23, 59, 59, 5}, "Fri Dec 31 23:59:59 1999\n"},
@@ -88,7 +83,7 @@ TEST(ZelCrt, CtimeTextPadsTheDay)
     };
     for (const auto& c : kCases) {
         char szText[26];
-        CrtFormatCtime(c.time, szText);
-        EXPECT_STREQ(szText, c.szExpected);
+        CrtFormatCtime(c.first, szText);
+        EXPECT_STREQ(szText, c.second);
     }
 }
