@@ -1,7 +1,5 @@
 #include "ClientData/ActionCtrlData.h"
 
-#include <gtest/gtest.h>
-
 #include "ClientData/Catalogue.h"
 #include "Support/TestSupport.h"
 #include "Support/VtableCall.h"
@@ -38,15 +36,11 @@ TEST_F(ActionCtrlDataTest, SegmentCountIsTheRemainderByEight)
     m_table.Load();
     const ActionCtrlInfo *p1 = m_table.GetActionCtrl(1), *p2 = m_table.GetActionCtrl(2), *p4 = m_table.GetActionCtrl(4);
     ASSERT_TRUE(p1 && p2 && p4);
-    EXPECT_EQ(p1->nSection, 3);
-    EXPECT_EQ(p1->nTimePercent[2], 30);
-    EXPECT_EQ(p1->nTimePercent[3], 0);  // beyond the count: not read
-    EXPECT_EQ(p1->nMovePercent[0], 11);
-    EXPECT_EQ(p2->nSection, 0);
-    EXPECT_EQ(p2->nTimePercent[0], 0);
-    EXPECT_EQ(p4->nSection, 7);
-    EXPECT_EQ(p4->nMovePercent[6], 66);
-    EXPECT_EQ(p4->nMovePercent[7], 0);
+    // Segments beyond the count are not read.
+    EXPECT_EQ(std::vector<int>({p1->nSection, p1->nTimePercent[2], p1->nTimePercent[3], p1->nMovePercent[0]}),
+              (std::vector<int>{3, 30, 0, 11}));
+    EXPECT_EQ(std::vector<int>({p2->nSection, p2->nTimePercent[0]}), (std::vector<int>{0, 0}));
+    EXPECT_EQ(std::vector<int>({p4->nSection, p4->nMovePercent[6], p4->nMovePercent[7]}), (std::vector<int>{7, 66, 0}));
 }
 
 TEST_F(ActionCtrlDataTest, WildcardChainTriesItsExactKeysInOrder)

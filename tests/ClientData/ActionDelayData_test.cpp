@@ -1,6 +1,6 @@
 #include "ClientData/ActionDelayData.h"
 
-#include <gtest/gtest.h>
+#include <tuple>
 
 #include "ClientData/Catalogue.h"
 #include "Support/TestSupport.h"
@@ -21,12 +21,10 @@ TEST_F(ActionDelayDataTest, ReadsOneRecordPerSectionFirstSectionWins)
     table.Load();
     const auto* pDelay = CallSlot<const ActionDelayInfo*>(&table, 7, uint32_t{100});
     ASSERT_NE(pDelay, nullptr);
-    EXPECT_EQ(pDelay->WoundDelay, 10u);
-    EXPECT_EQ(pDelay->DieDelay, 30u);
-    ASSERT_NE(table.GetActionDelay(200), nullptr);
-    EXPECT_EQ(table.GetActionDelay(200)->WoundDelay, 0u);
-    EXPECT_EQ(table.GetActionDelay(200)->BlockDelay, 5u);
-    ASSERT_NE(table.GetActionDelay(0), nullptr);
+    EXPECT_EQ(std::tie(pDelay->WoundDelay, pDelay->BlockDelay, pDelay->DieDelay), std::make_tuple(10u, 20u, 30u));
+    ASSERT_TRUE(table.GetActionDelay(200) && table.GetActionDelay(0));
+    EXPECT_EQ(std::make_pair(table.GetActionDelay(200)->WoundDelay, table.GetActionDelay(200)->BlockDelay),
+              std::make_pair(0u, 5u));
     EXPECT_EQ(table.GetActionDelay(0)->WoundDelay, 7u);
     EXPECT_EQ(table.GetActionDelay(300), nullptr);
     table.Clear();

@@ -2,8 +2,6 @@
 
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "ClientData/Catalogue.h"
 #include "Support/TestSupport.h"
 #include "Support/VtableCall.h"

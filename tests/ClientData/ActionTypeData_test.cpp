@@ -1,7 +1,5 @@
 #include "ClientData/ActionTypeData.h"
 
-#include <gtest/gtest.h>
-
 #include "ClientData/Catalogue.h"
 #include "Support/TestSupport.h"
 #include "Support/VtableCall.h"

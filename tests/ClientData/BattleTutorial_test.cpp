@@ -1,10 +1,7 @@
 #include "ClientData/BattleTutorial.h"
 
 #include <sstream>
-#include <string>
 #include <vector>
-
-#include <gtest/gtest.h>
 
 #include "Support/TestSupport.h"
 #include "Support/VtableCall.h"
@@ -59,24 +56,6 @@ const char kVocabulary[] =
     "Show_Lua_Tip_ByIndex 165 6, Wait_Lua_Dialog_Show 166 2, Wait_Lua_Dialog_Click_Index 167 2, "
     "Check_Open_VirDlg 168 3, Add_MapEffect 169 4, Del_MapEffect 170 4";
 
-struct Entry {
-    std::string strKeyword;
-    int nCode, nMinTokens;
-};
-
-std::vector<Entry> Vocabulary()
-{
-    std::vector<Entry> setEntry;
-    std::stringstream stream(kVocabulary);
-    std::string strItem;
-    while (std::getline(stream, strItem, ',')) {
-        Entry entry;
-        std::stringstream(strItem) >> entry.strKeyword >> entry.nCode >> entry.nMinTokens;
-        setEntry.push_back(entry);
-    }
-    return setEntry;
-}
-
 // "keyword,11,12,..." with nTokens tokens in all.
 std::string LineOf(const std::string& strKeyword, int nTokens)
 {
@@ -87,25 +66,27 @@ std::string LineOf(const std::string& strKeyword, int nTokens)
 
 TEST(TutorialCommandTest, VocabularyInOrderAndEveryMinimumAcceptsItsCountAndRejectsOneLess)
 {
-    const std::vector<Entry> setEntry = Vocabulary();
     ASSERT_EQ(TutorialKeywordAmount(), 168);
-    ASSERT_EQ(setEntry.size(), 168u);
-    for (int i = 0; i < 168; ++i) {
-        const Entry& entry = setEntry[i];
-        SCOPED_TRACE(entry.strKeyword);
-        EXPECT_EQ(TutorialKeywordAt(i).szKeyword, entry.strKeyword);
-        EXPECT_EQ(TutorialKeywordAt(i).nCode, entry.nCode);
+    std::stringstream stream(kVocabulary);
+    std::string strItem, strKeyword;
+    int i = 0;
+    for (int nCode = 0, nMinTokens = 0; std::getline(stream, strItem, ','); ++i) {
+        std::stringstream(strItem) >> strKeyword >> nCode >> nMinTokens;
+        SCOPED_TRACE(strKeyword);
+        ASSERT_LT(i, 168);
+        EXPECT_EQ(TutorialKeywordAt(i).szKeyword, strKeyword);
+        EXPECT_EQ(TutorialKeywordAt(i).nCode, nCode);
         TutorialCommand command;
-        const int nAccepted = entry.nMinTokens == 0 ? 3 : entry.nMinTokens;
-        ASSERT_TRUE(ParseTutorialCommand(&command, LineOf(entry.strKeyword, nAccepted).c_str()));
-        EXPECT_EQ(command.nCode, entry.nCode);
+        const int nAccepted = nMinTokens == 0 ? 3 : nMinTokens;
+        ASSERT_TRUE(ParseTutorialCommand(&command, LineOf(strKeyword, nAccepted).c_str()));
+        EXPECT_EQ(command.nCode, nCode);
         for (int k = 1; k < nAccepted; ++k)  // "none" ignores the parameters it is given
-            EXPECT_EQ(command.nParam[k - 1], entry.nMinTokens == 0 ? 0 : 10 + k);
-        const bool bShortOk = entry.nMinTokens < 2;
-        EXPECT_EQ(ParseTutorialCommand(&command, LineOf(entry.strKeyword, bShortOk ? 1 : entry.nMinTokens - 1).c_str()),
-                  bShortOk);
-        EXPECT_EQ(command.nCode, bShortOk ? entry.nCode : 0);
+            EXPECT_EQ(command.nParam[k - 1], nMinTokens == 0 ? 0 : 10 + k);
+        const bool bShortOk = nMinTokens < 2;
+        EXPECT_EQ(ParseTutorialCommand(&command, LineOf(strKeyword, bShortOk ? 1 : nMinTokens - 1).c_str()), bShortOk);
+        EXPECT_EQ(command.nCode, bShortOk ? nCode : 0);
     }
+    EXPECT_EQ(i, 168);
 }
 
 TEST(TutorialCommandTest, RejectsWhatIsNoCommand)
@@ -143,50 +124,42 @@ TEST(TutorialCommandTest, ParametersAndTexts)
     EXPECT_EQ(command.nCode, 117);
 }
 
-class BattleTutorialTest : public RegistryFolderTest<TableRegistry> {
-protected:
-    CBattleTutorialTable m_table;
-};
+using BattleTutorialTest = RegistryFolderTest<TableRegistry>;
 
 // The client's queries by slot: 7 GetScript, 8 GetScriptType,
 // 9 GetCommandAmount, 10 GetCommand.
 TEST_F(BattleTutorialTest, ReadsLinesOneToLineAmountThroughTheRawSlots)
 {
+    CBattleTutorialTable table;
+    table.Load();  // no path yet, then a missing file: empty and silent
+    table.BuildFilePath();
+    table.Load();
+    EXPECT_EQ(table.GetScriptType(0), 0);
+    EXPECT_EQ(LogEntryCount(), 0);
     WriteFile("ini/BattleTutorial.ini",
               "[3]\nType=2\nLineAmount=3\nLine0=Wait_XP_Full\nLine1=Add_CtrlEffect,1,2,3,4\nLine2=Bogus,1\n"
               "Line3=Wait_Timer,500\nLine4=Wait_XP_Full\n"
               "[-1]\nLineAmount=1\nLine1=Wait_XP_Full\n"
               "[8]\nLineAmount=1\nLine1=Wait_XP_Full\n[8]\nType=5\n"
               "[9]\nLineAmount=2147483647\nLine2147483647=Wait_XP_Full\nLine01=Wait_XP_Full\n");
-    m_table.BuildFilePath();
-    m_table.Load();
-    EXPECT_EQ(m_table.GetLoadedAmount(), 3u);
-    ASSERT_NE(CallSlot<const TutorialScript*>(&m_table, 7, 3), nullptr);
-    EXPECT_EQ(CallSlot<const TutorialScript*>(&m_table, 7, -1), nullptr);
-    EXPECT_EQ(CallSlot<int>(&m_table, 8, 3), 2);
-    ASSERT_EQ(CallSlot<int>(&m_table, 9, 3), 2);
-    const TutorialCommand* pFirst = CallSlot<const TutorialCommand*>(&m_table, 10, 3, 0);
+    table.Load();
+    EXPECT_EQ(table.GetLoadedAmount(), 3u);
+    ASSERT_NE(CallSlot<const TutorialScript*>(&table, 7, 3), nullptr);
+    EXPECT_EQ(CallSlot<const TutorialScript*>(&table, 7, -1), nullptr);
+    EXPECT_EQ(CallSlot<int>(&table, 8, 3), 2);
+    ASSERT_EQ(CallSlot<int>(&table, 9, 3), 2);
+    const TutorialCommand* pFirst = CallSlot<const TutorialCommand*>(&table, 10, 3, 0);
     ASSERT_NE(pFirst, nullptr);
     EXPECT_EQ(pFirst->nParam[3], 4);
-    EXPECT_EQ(CallSlot<const TutorialCommand*>(&m_table, 10, 3, 1)->nCode, 33);
-    EXPECT_EQ(CallSlot<const TutorialCommand*>(&m_table, 10, 3, 2), nullptr);
-    EXPECT_EQ(CallSlot<const TutorialCommand*>(&m_table, 10, 3, -1), nullptr);
+    EXPECT_EQ(CallSlot<const TutorialCommand*>(&table, 10, 3, 1)->nCode, 33);
+    EXPECT_EQ(CallSlot<const TutorialCommand*>(&table, 10, 3, 2), nullptr);
+    EXPECT_EQ(CallSlot<const TutorialCommand*>(&table, 10, 3, -1), nullptr);
     // A later [8] replaces the earlier script.
-    EXPECT_EQ(m_table.GetScriptType(8), 5);
-    EXPECT_EQ(m_table.GetCommandAmount(8), 0);
-    EXPECT_EQ(m_table.GetCommand(9, 0)->nCode, 27);
-    m_table.Clear();
-    EXPECT_EQ(m_table.GetScript(3), nullptr);
-}
-
-TEST_F(BattleTutorialTest, MissingFileStaysEmptyAndSilent)
-{
-    m_table.Load();
-    m_table.BuildFilePath();
-    m_table.Load();
-    EXPECT_EQ(m_table.GetLoadedAmount(), 0u);
-    EXPECT_EQ(m_table.GetScriptType(0), 0);
-    EXPECT_EQ(LogEntryCount(), 0);
+    EXPECT_EQ(std::make_pair(table.GetScriptType(8), table.GetCommandAmount(8)), std::make_pair(5, 0));
+    EXPECT_EQ(table.GetCommand(9, 0)->nCode, 27);
+    table.Clear();
+    EXPECT_EQ(table.GetScript(3), nullptr);
+    EXPECT_EQ(table.GetLoadedAmount(), 0u);
 }
 
 }  // namespace

@@ -3,8 +3,6 @@
 #include <map>
 #include <vector>
 
-#include <gtest/gtest.h>
-
 #include "Support/TestSupport.h"
 #include "Support/VtableCall.h"
 
@@ -46,29 +44,20 @@ protected:
     }
 };
 
-int g_nVersion = 100;
-int g_nVersionCalls = 0;
-int AnswerVersion()
-{
-    ++g_nVersionCalls;
-    return g_nVersion;
-}
+int g_nVersion = 100, g_nVersionCalls = 0;
+int AnswerVersion() { return ++g_nVersionCalls, g_nVersion; }
 
-TEST_F(ClientDataMgrTest, RegistryWalksTablesInConstructionOrder)
+TEST_F(ClientDataMgrTest, RegistryWalksTablesInConstructionOrderAndDestructionRunsInReverse)
 {
-    const std::vector<int> setWalk = RegistryWalk();
+    std::vector<int> setWalk = RegistryWalk();
     ASSERT_EQ(setWalk.size(), 197u);
     EXPECT_TRUE(std::equal(setWalk.begin(), setWalk.end(), kConstructionOrder.nSlot));
     auto position = [&](int nSlot) { return std::find(setWalk.begin(), setWalk.end(), nSlot) - setWalk.begin(); };
     EXPECT_LT(position(16), position(15));
     EXPECT_GT(position(75), position(118));
     EXPECT_LT(position(204), position(203));
-}
 
-TEST_F(ClientDataMgrTest, DestructionRunsInReverseConstructionOrder)
-{
-    std::vector<int> setExpected = RegistryWalk();
-    std::reverse(setExpected.begin(), setExpected.end());
+    std::reverse(setWalk.begin(), setWalk.end());
     struct Watch {
         std::map<const CDataTable*, int> mapSlot;
         std::vector<int> setDestroyed;
@@ -81,8 +70,13 @@ TEST_F(ClientDataMgrTest, DestructionRunsInReverseConstructionOrder)
         &watch);
     DestroyClientDataMgr();
     SetTableDestroyObserver(nullptr, nullptr);
-    EXPECT_EQ(watch.setDestroyed, setExpected);
+    EXPECT_EQ(watch.setDestroyed, setWalk);
     EXPECT_EQ(TableRegistry::Get(), nullptr);
+    // With no manager left, destroying again is harmless and a query builds a fresh one.
+    DestroyClientDataMgr();
+    EXPECT_EQ(TableRegistry::Get(), nullptr);
+    ASSERT_NE(QueryClientDataMgr(), nullptr);
+    EXPECT_EQ(TableRegistry::Get()->Tables().size(), 197u);
 }
 
 TEST_F(ClientDataMgrTest, AccessorsAreStable)
@@ -182,15 +176,6 @@ TEST_F(ClientDataMgrTest, TextResourceFaults)
     Mgr()->LoadStrRes("missing.ini");
     EXPECT_EQ(LogText(), "can't open file:missing.ini -- Mon Mar 07 14:05:09 2011\n");
     EXPECT_STREQ(Mgr()->GetStrRes(1), "");
-}
-
-TEST_F(ClientDataMgrTest, DestroyWithoutManagerBuildsAndTearsDownOne)
-{
-    DestroyClientDataMgr();  // the fixture's manager was never created
-    EXPECT_EQ(TableRegistry::Get(), nullptr);
-    IClientDataMgr* pFresh = QueryClientDataMgr();
-    ASSERT_NE(pFresh, nullptr);
-    EXPECT_EQ(TableRegistry::Get()->Tables().size(), 197u);
 }
 
 }  // namespace

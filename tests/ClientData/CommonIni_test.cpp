@@ -2,8 +2,6 @@
 
 #include <cstdio>
 
-#include <gtest/gtest.h>
-
 #include "Support/TestSupport.h"
 #include "Support/VtableCall.h"
 

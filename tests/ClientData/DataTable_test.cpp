@@ -3,8 +3,6 @@
 #include <new>
 #include <stdexcept>
 
-#include <gtest/gtest.h>
-
 #include "ClientData/IClientDataMgr.h"
 #include "Support/TestSupport.h"
 #include "Support/VtableCall.h"
@@ -21,13 +19,8 @@ public:
     void Clear() override {}
 };
 
-int g_nVersion = 200;
-int g_nVersionCalls = 0;
-int AnswerVersion()
-{
-    ++g_nVersionCalls;
-    return g_nVersion;
-}
+int g_nVersion = 200, g_nVersionCalls = 0;
+int AnswerVersion() { return ++g_nVersionCalls, g_nVersion; }
 
 class DataTableTest : public ::testing::Test {
 protected:
@@ -50,7 +43,7 @@ protected:
     }
 };
 
-TEST_F(DataTableTest, PathFollowsMarkAndVersion)
+TEST_F(DataTableTest, PathFollowsMarkAndVersionOnEveryBuildAndANameWithoutDotIsOutOfRange)
 {
     EXPECT_EQ(Resolve("ItemType.dat", true, 200, false), "ini/ItemType.dat");  // no callback: the standard set
     EXPECT_EQ(Resolve("EudAttrName.dat", true, 200), "ini/200/EudAttrName_200.dat");
@@ -62,13 +55,10 @@ TEST_F(DataTableTest, PathFollowsMarkAndVersion)
     g_nVersionCalls = 0;
     EXPECT_EQ(Resolve("ItemType.dat", false, 200), "ini/ItemType.dat");
     EXPECT_EQ(g_nVersionCalls, 0);  // an unmarked table never asks
-}
 
-TEST_F(DataTableTest, CallbackIsAskedOnEveryBuildAndANameWithoutDotIsOutOfRange)
-{
+    // A marked table asks on every build.
     CNamedTable table("Shop.dat");
     table.SetDefer();
-    QueryClientDataMgr()->SetVersionQuery(AnswerVersion);
     g_nVersion = 200;
     table.BuildFilePath();
     EXPECT_EQ(table.GetFilePath(), "ini/200/Shop_200.dat");

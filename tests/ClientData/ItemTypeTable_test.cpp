@@ -1,10 +1,7 @@
 #include "ClientData/ItemTypeTable.h"
 
 #include <cstddef>
-#include <string>
 #include <vector>
-
-#include <gtest/gtest.h>
 
 #include "Support/TestSupport.h"
 #include "Support/VtableCall.h"
@@ -66,23 +63,17 @@ TEST_F(ItemTypeTableTest, ColumnsLandInTheirFieldsCutToWidth)
         Load("Amount=2\n" + Line("77", "Blade", 70000, "trailing") + "7 " + std::string(400, 'n') + " -1 300\n");
     const ItemTypeInfo* pInfo = table.FindItemType(77);
     ASSERT_NE(pInfo, nullptr);
-    EXPECT_EQ(pInfo->idType, 77u);
-    EXPECT_EQ(pInfo->ucAttrA[0], (70000 + 2) & 0xFF);
-    EXPECT_EQ(pInfo->usAttrB[3], (70000 + 10) & 0xFFFF);
-    EXPECT_EQ(pInfo->ucAttrC, (70000 + 11) & 0xFF);
-    EXPECT_EQ(pInfo->dwAttrE[1], 70000u + 14);
-    EXPECT_EQ(pInfo->ucAttrJ[5], (70000 + 29) & 0xFF);
-    EXPECT_EQ(pInfo->dwAttrN, 70000u + 36);
-    EXPECT_EQ(pInfo->usIndexed[8], (70000 + 45) & 0xFFFF);
-    EXPECT_EQ(pInfo->dwAttrR, 70000u + 53);
+    const std::pair<uint32_t, uint32_t> kFields[] = {
+        {pInfo->idType, 77},           {pInfo->ucAttrA[0], 70002 & 0xFF},     {pInfo->usAttrB[3], 70010 & 0xFFFF},
+        {pInfo->ucAttrC, 70011 & 0xFF}, {pInfo->dwAttrE[1], 70014},          {pInfo->ucAttrJ[5], 70029 & 0xFF},
+        {pInfo->dwAttrN, 70036},       {pInfo->usIndexed[8], 70045 & 0xFFFF}, {pInfo->dwAttrR, 70053}};
+    for (const auto& field : kFields) EXPECT_EQ(field.first, field.second);
     EXPECT_STREQ(pInfo->szText, "trailing");
 
     // Missing columns read as 0 and the empty text; -1 wraps to the width.
     const ItemTypeInfo* pShort = table.FindItemType(7);
     ASSERT_NE(pShort, nullptr);
-    EXPECT_EQ(pShort->ucAttrA[0], 0xFF);
-    EXPECT_EQ(pShort->ucAttrA[1], 300 & 0xFF);
-    EXPECT_EQ(pShort->dwAttrR, 0u);
+    EXPECT_EQ(std::tie(pShort->ucAttrA[0], pShort->ucAttrA[1], pShort->dwAttrR), std::make_tuple(0xFF, 300 & 0xFF, 0u));
     EXPECT_STREQ(pShort->szText, "");
     EXPECT_EQ(std::string(table.GetItemName(7)), std::string(255, 'n'));
 }
@@ -128,19 +119,14 @@ TEST_F(ItemTypeTableTest, NamesOf16CharactersOrMoreAreNeverMatched)
     EXPECT_FALSE(table.HasItemName(nullptr));
 }
 
-TEST_F(ItemTypeTableTest, IndexedValuesOneToNine)
+TEST_F(ItemTypeTableTest, SlotsAnswerThroughTheVtableAndIndexedValuesRunOneToNine)
 {
-    CItemTypeTable& table = Load("Amount=1\n" + Line("9", "n", 1000));
+    Load("Amount=2\n" + Line("42", "Jade\xB1\xA6", 0, "note") + Line("9", "n", 1000));
     for (int nIndex = 1; nIndex <= 9; ++nIndex)
-        EXPECT_EQ(table.GetIndexedValue(9, nIndex), 1000u + 36 + nIndex) << nIndex;
-    for (int nIndex : {0, 10, -1, 1 << 30})
-        EXPECT_EQ(table.GetIndexedValue(9, nIndex), 0u) << nIndex;
-    EXPECT_EQ(table.GetIndexedValue(10, 1), 0u);  // missing id
-}
+        EXPECT_EQ(m_table.GetIndexedValue(9, nIndex), 1000u + 36 + nIndex) << nIndex;
+    for (int nIndex : {0, 10, -1, 1 << 30}) EXPECT_EQ(m_table.GetIndexedValue(9, nIndex), 0u) << nIndex;
+    EXPECT_EQ(m_table.GetIndexedValue(10, 1), 0u);  // missing id
 
-TEST_F(ItemTypeTableTest, SlotsAnswerThroughTheVtable)
-{
-    Load("Amount=1\n" + Line("42", "Jade\xB1\xA6", 0, "note"));
     EXPECT_STREQ(CallSlot<const char*>(&m_table, 7, 42u), "Jade\xB1\xA6");
     EXPECT_EQ(CallSlot<const char*>(&m_table, 7, 43u), nullptr);
     const ItemTypeInfo* pFound = CallSlot<const ItemTypeInfo*>(&m_table, 8, 42u);

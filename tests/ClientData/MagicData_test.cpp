@@ -1,10 +1,9 @@
 #include "ClientData/MagicData.h"
 
-#include <gtest/gtest.h>
-
 #include <cstring>
 #include <map>
 #include <set>
+#include <tuple>
 
 #include "ClientData/Catalogue.h"
 #include "ClientData/IClientDataMgr.h"
@@ -61,8 +60,7 @@ protected:
         std::vector<int> setPosition;
         for (const MagicTypeInfo* pInfo : setInfo)
             for (int i = 0; i < table.GetAmount(); ++i)
-                if (table.GetMagicTypeByIndex(i) == pInfo)
-                    setPosition.push_back(i);
+                if (table.GetMagicTypeByIndex(i) == pInfo) setPosition.push_back(i);
         return setPosition;
     }
     // The file positions in a list, read through its amount and item slots.
@@ -109,15 +107,14 @@ TEST_F(MagicDataTest, ShortOddAndZeroLinesStillMakeRecords)
                   "9 -1 x 1 2 3 4 oops 9\n",                // stops at "oops"
               "");
     ASSERT_EQ(table.GetAmount(), 5);
-    EXPECT_EQ(table.GetMagicTypeByIndex(0)->Column51, 300u);
-    EXPECT_EQ(table.GetMagicTypeByIndex(1)->Column51, 7u);
-    EXPECT_EQ(table.GetMagicTypeByIndex(2)->Column4, 5u);
     EXPECT_STREQ(table.GetMagicTypeByIndex(2)->Name, "ThisNameIsFarTo");
-    EXPECT_EQ(table.GetMagicTypeByIndex(2)->Column51, 300u);  // missing counts as 0
-    EXPECT_EQ(table.GetMagicTypeByIndex(3)->Column2, 0u);
-    EXPECT_EQ(table.GetMagicTypeByIndex(4)->Column2, 4294967295u);  // "%u" wraps a sign
-    EXPECT_EQ(table.GetMagicTypeByIndex(4)->Column7, 4u);
-    EXPECT_EQ(table.GetMagicTypeByIndex(4)->Level, 0u);
+    // A missing column 51 counts as 0; "%u" wraps a sign.
+    const std::tuple<int, uint32_t MagicTypeInfo::*, uint32_t> kFields[] = {
+        {0, &MagicTypeInfo::Column51, 300}, {1, &MagicTypeInfo::Column51, 7}, {2, &MagicTypeInfo::Column4, 5},
+        {2, &MagicTypeInfo::Column51, 300}, {3, &MagicTypeInfo::Column2, 0},  {4, &MagicTypeInfo::Column2, 4294967295u},
+        {4, &MagicTypeInfo::Column7, 4},    {4, &MagicTypeInfo::Level, 0}};
+    for (const auto& [nIndex, pField, nValue] : kFields)
+        EXPECT_EQ(table.GetMagicTypeByIndex(nIndex)->*pField, nValue) << nIndex << " " << nValue;
 }
 
 TEST_F(MagicDataTest, BlankLineEndsTheFile)
@@ -127,7 +124,6 @@ TEST_F(MagicDataTest, BlankLineEndsTheFile)
         LoadFiles(table, MagicLine(1, 1) + MagicLine(2, 1) + szBlank + MagicLine(3, 1), "");
         EXPECT_EQ(table.GetAmount(), 2);
         EXPECT_EQ(table.GetMagicType(3, 1), nullptr);
-        EXPECT_NE(table.GetMagicType(2, 1), nullptr);
     }
 }
 
@@ -163,12 +159,9 @@ TEST_F(MagicDataTest, ExtraSectionsAddressTypeTimesHundredPlusLevel)
               "[walk]\nEquipPos=8\n");  // not a number: type 0, level 0
     const MagicTypeInfo* pInfo = table.GetMagicType(12, 5);
     ASSERT_NE(pInfo, nullptr);
-    EXPECT_EQ(pInfo->CheckMask, 0u);
-    EXPECT_EQ(pInfo->TargetMask, 6u);
-    EXPECT_EQ(pInfo->SelfMask, 1u);
-    EXPECT_STREQ(pInfo->IntoneEffect, "");
-    EXPECT_STREQ(pInfo->AppendDisc, "NULL");
-    EXPECT_STREQ(pInfo->SecondSenderEffect, "NULL");
+    EXPECT_EQ(std::tie(pInfo->CheckMask, pInfo->TargetMask, pInfo->SelfMask), std::make_tuple(0u, 6u, 1u));
+    EXPECT_EQ(std::string(pInfo->IntoneEffect) + "|" + pInfo->AppendDisc + "|" + pInfo->SecondSenderEffect,
+              "|NULL|NULL");
     EXPECT_EQ(table.GetMagicType(0, 5)->TypeMask, 4u);
     EXPECT_EQ(table.GetMagicType(0, 0)->EquipPos, 8u);
     EXPECT_EQ(table.GetMagicType(1, 100)->TypeMask, 0u);
@@ -178,7 +171,7 @@ TEST_F(MagicDataTest, ExtraSectionsAddressTypeTimesHundredPlusLevel)
               std::string::npos);
 }
 
-TEST_F(MagicDataTest, MissingFilesAreLoggedAndAnUnloadedTableAnswersNothing)
+TEST_F(MagicDataTest, MissingFilesAreLoggedAndGarbageNeverBreaksTheLoad)
 {
     CMagicData table;
     EXPECT_EQ(table.GetMagicType(0, 0), nullptr);
@@ -190,6 +183,21 @@ TEST_F(MagicDataTest, MissingFilesAreLoggedAndAnUnloadedTableAnswersNothing)
     EXPECT_NE(LogText().find("error on open ini/MagicTypeEx.ini."), std::string::npos);
     EXPECT_EQ(LogEntryCount(), 2);
     EXPECT_EQ(table.GetAmount(), 0);
+
+    // Garbage never breaks the load.
+    std::string strGarbage = std::string(10000, '7') + "\n" + MagicLine(1, 1, {{3, std::string(5000, 'n')}});
+    for (int i = 0; i < 30000; ++i)
+        strGarbage += static_cast<char>((i * 7919 + 13) % 256 == 10 ? 'z' : (i * 7919 + 13) % 256);
+    std::string strExtra = "[" + std::string(3000, '1') + "]\nAppendDisc=" + std::string(5000, 'd') +
+                           "\n[-2147483648]\n[abc]\nSelfMask=-1\n[";
+    for (int i = 0; i < 30000; ++i) strExtra += static_cast<char>((i * 104729u + 7) % 256);
+    LoadFiles(table, strGarbage, strExtra);
+    EXPECT_GT(table.GetAmount(), 1);
+    table.Load();
+    std::vector<const MagicTypeInfo*> setInfo;
+    table.CollectLearnable(0, 4294967295u, &setInfo);
+    table.BuildLevelRangeList(4294967295u, 0, 0);
+    table.IsIntoneAction(0, false, true);
 }
 
 TEST_F(MagicDataTest, AlternativeMainFileBringsTheAlternativeExtraFile)
@@ -266,14 +274,10 @@ protected:
     CMagicData m_table;
 };
 
-TEST_F(MagicLearnTest, FindFirstLearnableNeedsLevelZero)
+TEST_F(MagicLearnTest, FindFirstNeedsLevelZeroAndCollectKeepsTheFirstQualifyingRecordOfEachType)
 {
     for (const auto& c : {std::pair<uint32_t, int>{10, 1}, {11, 3}, {12, 5}})
         EXPECT_EQ(CallSlot<const MagicTypeInfo*>(&m_table, 12, c.first), m_table.GetMagicTypeByIndex(c.second));
-}
-
-TEST_F(MagicLearnTest, CollectLearnableKeepsTheFirstQualifyingRecordOfEachType)
-{
     EXPECT_EQ(Collect(10, 5), (std::vector<int>{0, 1}));
     EXPECT_EQ(Collect(10, 10), (std::vector<int>{0, 1, 5, 6}));
     EXPECT_EQ(Collect(10, 9), (std::vector<int>{0, 1, 5, 8}));
@@ -301,24 +305,6 @@ TEST_F(MagicLearnTest, LevelAndRangeLists)
     CallSlot<void>(&m_table, 22);
     EXPECT_EQ(m_table.GetLevelListAmount(), 0);
     EXPECT_EQ(m_table.GetRangeListAmount(), 0);
-}
-
-TEST_F(MagicDataTest, GarbageNeverBreaksTheLoad)
-{
-    std::string strGarbage = std::string(10000, '7') + "\n" + MagicLine(1, 1, {{3, std::string(5000, 'n')}});
-    for (int i = 0; i < 30000; ++i)
-        strGarbage += static_cast<char>((i * 7919 + 13) % 256 == 10 ? 'z' : (i * 7919 + 13) % 256);
-    std::string strExtra = "[" + std::string(3000, '1') + "]\nAppendDisc=" + std::string(5000, 'd') +
-                           "\n[-2147483648]\n[abc]\nSelfMask=-1\n[";
-    for (int i = 0; i < 30000; ++i) strExtra += static_cast<char>((i * 104729u + 7) % 256);
-    CMagicData table;
-    LoadFiles(table, strGarbage, strExtra);
-    EXPECT_GT(table.GetAmount(), 1);
-    table.Load();
-    std::vector<const MagicTypeInfo*> setInfo;
-    table.CollectLearnable(0, 4294967295u, &setInfo);
-    table.BuildLevelRangeList(4294967295u, 0, 0);
-    table.IsIntoneAction(0, false, true);
 }
 
 }  // namespace

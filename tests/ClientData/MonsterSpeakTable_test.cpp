@@ -1,8 +1,6 @@
 #include "ClientData/MonsterSpeakTable.h"
 
-#include <string>
-
-#include <gtest/gtest.h>
+#include <tuple>
 
 #include "Support/TestSupport.h"
 #include "Support/VtableCall.h"
@@ -96,13 +94,13 @@ TEST_F(MonsterSpeakTableTest, QueriesThroughTheRawSlots)
     EXPECT_EQ(CallSlot<int>(&m_table, 8, 77u, static_cast<int>(MONSTER_SPEAK_BEAT)), 3);  // the first [77] stays
     EXPECT_EQ(CallSlot<int>(&m_table, 8, 77u, 5), 0);
 
-    int nProbability = -1;
-    EXPECT_STREQ(CallSlot<const char*>(&m_table, 9, 77u, 1, 2, &nProbability), "c");
-    EXPECT_EQ(nProbability, 200);
-    EXPECT_STREQ(CallSlot<const char*>(&m_table, 9, 77u, 1, 0, &nProbability), "a");
-    EXPECT_EQ(nProbability, 600);
-    EXPECT_EQ(CallSlot<const char*>(&m_table, 9, 77u, 1, 3, &nProbability), nullptr);
-    EXPECT_EQ(nProbability, 0);
+    const std::tuple<int, const char*, int> kTexts[] = {{2, "c", 200}, {0, "a", 600}, {3, "(null)", 0}};
+    for (const auto& [nIndex, szExpected, nExpected] : kTexts) {
+        int nProbability = -1;
+        const char* szText = CallSlot<const char*>(&m_table, 9, 77u, 1, nIndex, &nProbability);
+        EXPECT_STREQ(szText ? szText : "(null)", szExpected);
+        EXPECT_EQ(nProbability, nExpected) << nIndex;
+    }
     EXPECT_EQ(CallSlot<int>(&m_table, 10, 77u, 1), 30);
     EXPECT_EQ(CallSlot<int>(&m_table, 10, 77u, 0), 1);
     EXPECT_EQ(CallSlot<int>(&m_table, 10, 5u, 0), 0);

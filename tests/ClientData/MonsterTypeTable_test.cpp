@@ -1,9 +1,6 @@
 #include "ClientData/MonsterTypeTable.h"
 
 #include <cstddef>
-#include <string>
-
-#include <gtest/gtest.h>
 
 #include "Support/TestSupport.h"
 #include "Support/VtableCall.h"
@@ -60,10 +57,10 @@ TEST_F(MonsterTypeTableTest, TitlesReadAsDecimalNumbersSkippingZeroAndText)
     EXPECT_EQ(m_table.GetMonsterType(0), nullptr);
     EXPECT_EQ(m_table.FindMonsterByName("Zero"), nullptr);
     EXPECT_EQ(m_table.FindMonsterByName("Text"), nullptr);
-    ASSERT_NE(m_table.GetMonsterType(1005), nullptr);
-    EXPECT_STREQ(m_table.GetMonsterType(1005)->szName, "Suffix");
-    EXPECT_STREQ(m_table.GetMonsterType(-7)->szName, "Negative");
-    EXPECT_STREQ(m_table.GetMonsterType(42)->szName, "Blank");
+    for (const auto& [nId, szName] : {std::pair<int, const char*>{1005, "Suffix"}, {-7, "Negative"}, {42, "Blank"}}) {
+        ASSERT_NE(m_table.GetMonsterType(nId), nullptr) << nId;
+        EXPECT_STREQ(m_table.GetMonsterType(nId)->szName, szName);
+    }
 }
 
 // The client calls the lookups by slot: 7 GetMonsterType, 8 FindMonsterByName,
@@ -79,10 +76,8 @@ TEST_F(MonsterTypeTableTest, LaterSectionsWinThroughTheRawSlots)
     EXPECT_EQ(pByName->nId, 3000);
     EXPECT_STREQ(CallSlot<const MonsterTypeInfo*>(&m_table, 8, "First")->szName, "First");
     // The later record has no defy status, the earlier one still counts.
-    EXPECT_EQ(CallSlot<int>(&m_table, 9, 1005), 0);
-    EXPECT_EQ(CallSlot<int>(&m_table, 9, 2000), 1);
-    EXPECT_EQ(CallSlot<int>(&m_table, 9, 9999), 1);
-    EXPECT_EQ(CallSlot<int>(&m_table, 9, 0), 1);
+    for (const auto& [nId, nCan] : {std::pair<int, int>{1005, 0}, {2000, 1}, {9999, 1}, {0, 1}})
+        EXPECT_EQ(CallSlot<int>(&m_table, 9, nId), nCan) << nId;
 }
 
 TEST_F(MonsterTypeTableTest, NamesAreCutTo15AndCompareExactly)
@@ -96,7 +91,7 @@ TEST_F(MonsterTypeTableTest, NamesAreCutTo15AndCompareExactly)
     EXPECT_EQ(std::string(m_table.GetMonsterType(3)->szDefyEffect), std::string(127, 'x'));
 }
 
-TEST_F(MonsterTypeTableTest, UnreadableFileLogsTheBareNameAndClearEmpties)
+TEST_F(MonsterTypeTableTest, UnreadableFileLogsTheBareNameClearEmptiesAndGarbageIsHarmless)
 {
     m_table.Load();  // no path built yet
     EXPECT_NE(LogText().find("error on open Monster.dat. -- "), std::string::npos) << LogText();
@@ -109,11 +104,8 @@ TEST_F(MonsterTypeTableTest, UnreadableFileLogsTheBareNameAndClearEmpties)
     EXPECT_EQ(m_table.FindMonsterByName("A"), nullptr);
     EXPECT_EQ(m_table.CanTakeStatus(5), 1);
     EXPECT_EQ(m_table.GetLoadedAmount(), 0u);
-}
 
-TEST_F(MonsterTypeTableTest, GarbageLoadsWithoutHarm)
-{
-    std::string strGarbage;
+    std::string strGarbage;  // garbage loads without harm
     for (int i = 0; i < 4096; ++i) strGarbage += static_cast<char>((i * 7919) % 251 + 1);
     Load(strGarbage + "\n[12\nName=\n[]\n[99999999999]\n=\n[3]" + std::string(3000, '=') + "\n");
     m_table.GetMonsterType(3);

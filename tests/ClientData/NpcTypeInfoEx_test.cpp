@@ -1,9 +1,6 @@
 #include "ClientData/NpcTypeInfoEx.h"
 
 #include <cstddef>
-#include <string>
-
-#include <gtest/gtest.h>
 
 #include "Support/TestSupport.h"
 #include "Support/VtableCall.h"
@@ -64,7 +61,7 @@ TEST_F(NpcTypeInfoExTest, NullNoteInAnyCaseIsEmptiedAndFirstWins)
     EXPECT_EQ(m_table.GetLoadedAmount(), 6u);
 }
 
-TEST_F(NpcTypeInfoExTest, ReadsTheBuiltPathAndLogsTheBareNameOrTheFailedAllocation)
+TEST_F(NpcTypeInfoExTest, ReadsTheBuiltPathLogsTheBareNameOrTheFailedAllocationAndSurvivesGarbage)
 {
     WriteFile("ini/NewNpc.ini", "[NpcType9]\n");
     m_table.Load();  // no path built yet
@@ -77,10 +74,7 @@ TEST_F(NpcTypeInfoExTest, ReadsTheBuiltPathAndLogsTheBareNameOrTheFailedAllocati
     NpcTypeAllocFailLog(CNpcTypeInfoExTable::GetFormat());
     EXPECT_NE(LogText().find(ZEL_STAR "ASSERT(pInfo) in 34 line of ClientData\\NpcTypeInfoEx" ZEL_STAR " -- "),
               std::string::npos);
-}
 
-TEST_F(NpcTypeInfoExTest, GarbageLoadsWithoutHarm)
-{
     std::string strGarbage = "[\n[]\n[N]\n[NpcType" + std::string(5000, '9') + "]\nNote=" + std::string(4000, 'n');
     for (int i = 0; i < 2048; ++i) strGarbage += static_cast<char>((i * 131) % 255 + 1);
     Load(strGarbage);

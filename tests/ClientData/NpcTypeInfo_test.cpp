@@ -1,9 +1,7 @@
 #include "ClientData/NpcTypeInfo.h"
 
 #include <cstddef>
-#include <string>
-
-#include <gtest/gtest.h>
+#include <tuple>
 
 #include "Support/TestSupport.h"
 #include "Support/VtableCall.h"
@@ -42,9 +40,7 @@ TEST_F(NpcTypeInfoTest, ReadsEveryKeyWithItsDefaults)
 
     const NpcTypeInfo* pPlain = m_table.GetNpcType(1202);
     ASSERT_NE(pPlain, nullptr);
-    EXPECT_EQ(pPlain->nZoomPercent, 100);
-    EXPECT_EQ(pPlain->nChangeDir, 1);
-    EXPECT_EQ(pPlain->nMouseSign, 0);
+    EXPECT_EQ(std::tie(pPlain->nZoomPercent, pPlain->nChangeDir, pPlain->nMouseSign), std::make_tuple(100, 1, 0));
 }
 
 // Slot 7 is GetNpcType.
@@ -63,13 +59,18 @@ TEST_F(NpcTypeInfoTest, FirstSectionWinsTheIdFollowsSevenCharactersAndOnlyUpperC
     EXPECT_STREQ(Find(0)->szName, "Zero");  // [Npc] gives 0 as well, but comes later
     EXPECT_STREQ(Find(12)->szName, "Digits");
     EXPECT_EQ(Find(11), nullptr);
-    EXPECT_STREQ(Find(1)->szNote, "");
-    EXPECT_STREQ(Find(2)->szNote, "null");
-    EXPECT_STREQ(Find(3)->szNote, "Null");
+    EXPECT_EQ(std::string(Find(1)->szNote) + "|" + Find(2)->szNote + "|" + Find(3)->szNote, "|null|Null");
 }
 
-TEST_F(NpcTypeInfoTest, ReadsTheFixedPathWhateverWasBuilt)
+TEST_F(NpcTypeInfoTest, MissingFileLogsTheFixedPathWhateverWasBuiltAndAFailedAllocationItsUnitAndLine)
 {
+    m_table.Load();
+    EXPECT_NE(LogText().find("ini/Npc.ini load error! -- "), std::string::npos) << LogText();
+    EXPECT_EQ(m_table.GetNpcType(0), nullptr);
+    NpcTypeAllocFailLog(CNpcTypeInfoTable::GetFormat());
+    EXPECT_NE(LogText().find(ZEL_STAR "ASSERT(pInfo) in 31 line of ClientData\\NpcTypeInfo" ZEL_STAR " -- "),
+              std::string::npos);
+
     WriteFile("ini/Npc.ini", "[NpcType5]\nName=Fixed\n");
     m_table.SetDefer();
     m_table.BuildFilePath();  // no name: "ini/", which Load ignores
@@ -78,16 +79,6 @@ TEST_F(NpcTypeInfoTest, ReadsTheFixedPathWhateverWasBuilt)
     m_table.Clear();
     EXPECT_EQ(m_table.GetNpcType(5), nullptr);
     EXPECT_EQ(m_table.GetLoadedAmount(), 0u);
-}
-
-TEST_F(NpcTypeInfoTest, MissingFileLogsTheFullPathAndAFailedAllocationItsUnitAndLine)
-{
-    m_table.Load();
-    EXPECT_NE(LogText().find("ini/Npc.ini load error! -- "), std::string::npos) << LogText();
-    EXPECT_EQ(m_table.GetNpcType(0), nullptr);
-    NpcTypeAllocFailLog(CNpcTypeInfoTable::GetFormat());
-    EXPECT_NE(LogText().find(ZEL_STAR "ASSERT(pInfo) in 31 line of ClientData\\NpcTypeInfo" ZEL_STAR " -- "),
-              std::string::npos);
 }
 
 }  // namespace
