@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <fstream>
-#include <regex>
 #include <sstream>
 #include <string>
 
@@ -36,8 +35,24 @@ bool HostNameIsLocal()
 // holds no pattern characters).
 bool IsPromotionBody(const std::string& strBody, int nType, const std::string& strTail)
 {
-    return std::regex_match(strBody, std::regex("Posttype=" + std::to_string(nType) +
-                                                "&(LocalIP=[0-9]+(\\.[0-9]+){3}&)?MAC=[0-9A-F]{12}&" + strTail));
+    const std::string strHead = "Posttype=" + std::to_string(nType) + "&";
+    if (strBody.compare(0, strHead.size(), strHead) != 0)
+        return false;
+    std::size_t nAt = strHead.size();
+    if (strBody.compare(nAt, 8, "LocalIP=") == 0) {
+        const std::size_t nEnd = strBody.find('&', nAt);
+        const std::string strAddress = strBody.substr(nAt + 8, nEnd - nAt - 8);
+        const bool bDotted = !strAddress.empty() && strAddress.front() != '.' && strAddress.back() != '.' &&
+                             strAddress.find("..") == std::string::npos &&
+                             strAddress.find_first_not_of("0123456789.") == std::string::npos &&
+                             std::count(strAddress.begin(), strAddress.end(), '.') == 3;
+        if (nEnd == std::string::npos || !bDotted)
+            return false;
+        nAt = nEnd + 1;
+    }
+    const std::string strMac = strBody.substr(nAt, 17);
+    return strMac.size() == 17 && strMac.compare(0, 4, "MAC=") == 0 && strMac[16] == '&' &&
+           strMac.find_first_not_of("0123456789ABCDEF", 4) == 16 && strBody.substr(nAt + 17) == strTail;
 }
 
 class PromotionReportTest : public ReportTest {
