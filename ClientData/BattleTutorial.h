@@ -90,6 +90,8 @@ public:
     virtual const TutorialCommand* GetCommand(int nId, int nIndex);
 
     std::size_t GetLoadedAmount() const { return m_mapScript.size(); }
+    // Every script held, by id (for tools).
+    const std::map<int, TutorialScript>& Scripts() const { return m_mapScript; }
 
 private:
     std::map<int, TutorialScript> m_mapScript;

@@ -28,6 +28,8 @@ public:
     virtual const char* GetSoundEventText(uint32_t idEvent);
 
     std::size_t GetLoadedAmount() const { return m_mapText.size(); }
+    // Every event held, by id (for tools).
+    const std::map<uint32_t, CZelString>& Texts() const { return m_mapText; }
 
 private:
     std::map<uint32_t, CZelString> m_mapText;

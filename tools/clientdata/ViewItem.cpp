@@ -1,7 +1,8 @@
 // Views of the item type table ("item", by item type id) and the item
-// category table ("item-category", by category name). Records are found
-// through the tables' own lookups; the keys to list come from the files the
-// tables read, so a repeated id or title shows once, as the lookup answers it.
+// category table ("item-category", by category name). Items are listed by
+// id; categories in the order their file first names them, since the table
+// keeps them by name. A repeated id or title shows once, as the lookup
+// answers it.
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -75,7 +76,6 @@ void ItemRecord(CItemTypeTable& table, const ItemTypeInfo& info, ViewRecord& rec
     record.AddInt("NameFound", table.HasItemName(strName.c_str()) ? 1 : 0);
 }
 
-// The ids the table read: column 0 of the records the first line announces.
 void ItemAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
 {
     CItemTypeTable& table = *mgr.GetItemType();

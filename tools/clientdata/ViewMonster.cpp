@@ -10,7 +10,6 @@
 
 namespace {
 
-// A whole decimal number in range of a 32-bit id.
 void MonsterRecord(const MonsterTypeInfo& info, int nCanTakeStatus, ViewRecord& record)
 {
     record.strKey = std::to_string(info.nId);

@@ -1,15 +1,11 @@
-// The sound event view ("sound", by event id). The ids to list come from the
-// file the table read; a repeated id shows once, with the text the table
-// kept (the last line's).
+// The sound event view ("sound", by event id). A repeated id shows once,
+// with the text the table kept (the last line's).
 #include <cstdint>
-#include <set>
 #include <string>
 #include <vector>
 
 #include "ClientData/ClientDataMgr.h"
 #include "TableView.h"
-#include "ZelGameBase/DataFileReader.h"
-#include "ZelGameBase/ZelCrt.h"
 
 namespace {
 
@@ -22,18 +18,9 @@ void SoundRecord(uint32_t idEvent, const char* szText, ViewRecord& record)
 
 void SoundAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
 {
-    CSoundEvent& table = *mgr.GetSoundEvent();
-    CDataFileReader reader;
-    if (!reader.Open("ini/SoundEvent.ini", 0, ' '))
-        return;
-    std::set<uint32_t> setId;
-    for (int i = 0; i < reader.GetRecordAmount(); ++i)
-        setId.insert(static_cast<uint32_t>(CrtAtoi(reader.GetRecord(i)->GetStr(0, ""))));
-    for (uint32_t idEvent : setId) {
-        if (const char* szText = table.GetSoundEventText(idEvent)) {
-            setRecord.emplace_back();
-            SoundRecord(idEvent, szText, setRecord.back());
-        }
+    for (const auto& event : mgr.GetSoundEvent()->Texts()) {
+        setRecord.emplace_back();
+        SoundRecord(event.first, event.second, setRecord.back());
     }
 }
 

@@ -3,14 +3,11 @@
 // parameter slots and, for the tip commands, its text.
 #include <cstdint>
 #include <map>
-#include <set>
 #include <string>
 #include <vector>
 
 #include "ClientData/ClientDataMgr.h"
 #include "TableView.h"
-#include "ZelGameBase/IniSectionReader.h"
-#include "ZelGameBase/ZelCrt.h"
 
 namespace {
 
@@ -49,18 +46,9 @@ void ScriptRecord(int nId, const TutorialScript& script, ViewRecord& record)
 
 void TutorialAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
 {
-    CBattleTutorialTable& table = *mgr.GetBattleTutorial();
-    CIniSectionReader reader;
-    if (!reader.Open(table.GetFilePath().c_str(), 0))
-        return;
-    std::set<int> setId;  // the table's own order: ascending ids
-    for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection)
-        setId.insert(CrtAtoi(reader.GetTitle(nSection).data()));
-    for (int nId : setId) {
-        if (const TutorialScript* pScript = table.GetScript(nId)) {
-            setRecord.emplace_back();
-            ScriptRecord(nId, *pScript, setRecord.back());
-        }
+    for (const auto& script : mgr.GetBattleTutorial()->Scripts()) {
+        setRecord.emplace_back();
+        ScriptRecord(script.first, script.second, setRecord.back());
     }
 }
 
