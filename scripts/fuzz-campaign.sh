@@ -10,6 +10,7 @@
 set -euo pipefail
 scripts=$(cd "$(dirname "$0")" && pwd)
 cd "$scripts/.."
+source "$scripts/fuzz-ledger.sh"
 goal=${1:-10000000}
 export BUILD_DIR=${BUILD_DIR:-build-fuzz-long} FUZZ_SECONDS=${FUZZ_SECONDS:-300} \
        FUZZ_SEED=${FUZZ_SEED:-0} FUZZ_MAX_LEN=${FUZZ_MAX_LEN:-16384}
@@ -18,10 +19,9 @@ ledger=$BUILD_DIR/ledger.tsv
 
 # "executions target" for every target, fewest first.
 standings() {
-  for source in fuzz/*_fuzz.cpp; do
-    local name
-    name=$(basename "$source" .cpp)
-    printf '%s %s\n' "$(awk -F'\t' -v n="$name" '$1 == n { s += $2 } END { print s + 0 }' "$ledger" 2>/dev/null || echo 0)" "$name"
+  local name
+  for name in $(fuzz_targets); do
+    printf '%s %s\n' "$(ledger_total "$ledger" "$name")" "$name"
   done | sort -n
 }
 

@@ -17,17 +17,16 @@
 # crash, leak, timeout or sanitizer report fails the run and its reproducer
 # is left in <build>/artifacts/.
 set -euo pipefail
-cd "$(dirname "$0")/.."
+scripts=$(cd "$(dirname "$0")" && pwd)
+cd "$scripts/.."
+source "$scripts/fuzz-ledger.sh"
 bash scripts/deps.sh clang libclang-rt-14-dev
 build_dir=${BUILD_DIR:-build-fuzz}
 # The targets change their working directory: every path they get is absolute.
 case $build_dir in /*) ;; *) build_dir=$PWD/$build_dir ;; esac
 runs=${1:-1000}
 
-all_targets=()
-for source in fuzz/*_fuzz.cpp; do
-  all_targets+=("$(basename "$source" .cpp)")
-done
+mapfile -t all_targets < <(fuzz_targets)
 read -r -a targets <<<"${FUZZ_TARGETS:-${all_targets[*]}}"
 
 CC=clang CXX=clang++ cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
@@ -64,7 +63,6 @@ fuzz_one() {
 
 # FUZZ_JOBS targets at a time (default: one per processor).
 jobs=${FUZZ_JOBS:-$(nproc)}
-declare -A outcome
 running=0
 for name in "${targets[@]}"; do
   if [ "$running" -ge "$jobs" ]; then wait -n || true; running=$((running - 1)); fi
@@ -87,7 +85,7 @@ for name in "${targets[@]}"; do
   executions=$(executions_in "$log")
   coverage=$(grep -aE '^#[0-9]+' "$log" | tail -1 | sed -nE 's/.*cov: ([0-9]+).*/\1/p' || true)
   total=$((total + executions))
-  overall=$(awk -F'\t' -v n="$name" '$1 == n { s += $2 } END { print s + 0 }' "$ledger")
+  overall=$(ledger_total "$ledger" "$name")
   printf '%-26s %12s %12s  %-8s %s\n' "$name" "$executions" "$overall" "${coverage:-?}" "$result"
   if [ "$result" != ok ]; then
     status=1
