@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 
 #include "ClientData/CatalogueTables.h"
 
@@ -25,6 +26,20 @@ constexpr CatalogueEntry kCatalogue[] = {
 static_assert(sizeof(kCatalogue) / sizeof(kCatalogue[0]) == kTableAmount);
 
 constexpr const CatalogueEntry& CatalogueEntryOf(int nSlot) { return kCatalogue[nSlot - kFirstTableSlot]; }
+
+// Where a catalogue file lies in the standard data set (no alternative
+// version), with forward slashes and no leading "./": a bare name lies
+// under "ini/". For the tools and tests that write data folders.
+inline std::string CatalogueDataPath(const char* szFile)
+{
+    std::string strPath = szFile;
+    for (char& c : strPath)
+        if (c == '\\')
+            c = '/';
+    if (strPath.rfind("./", 0) == 0)
+        strPath.erase(0, 2);
+    return strPath.find('/') == std::string::npos ? "ini/" + strPath : strPath;
+}
 
 // The order in which the manager constructs and lays out its tables (so the
 // order of every registry walk), by slot. It follows the slots except in

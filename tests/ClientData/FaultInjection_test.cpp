@@ -3,7 +3,6 @@
 // gives the same answer, long reload cycles, files of random bytes for every
 // table, very large files and texts longer than every buffer. Nothing may
 // crash, leak or grow, and loading always goes on.
-#include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <cstdlib>
@@ -225,11 +224,8 @@ void WriteRandomDataFolder(uint32_t nSeed, bool bFormatBytes)
     };
     std::vector<fs::path> setPath = {"DeferList.dat", "ini/MagicTypeEx.ini", "ini/MonsterActionType.ini",
                                      "ini/Font.ini", "str.ini"};
-    for (const CatalogueEntry& entry : kCatalogue) {  // where the manager reads the standard set
-        std::string strPath = entry.szFile;
-        std::replace(strPath.begin(), strPath.end(), '\\', '/');
-        setPath.push_back(strPath.find('/') == std::string::npos ? "ini/" + strPath : strPath);
-    }
+    for (const CatalogueEntry& entry : kCatalogue)
+        setPath.push_back(CatalogueDataPath(entry.szFile));
     for (const fs::path& path : setPath) {
         if (path.has_parent_path()) fs::create_directories(path.parent_path());
         std::ofstream(path, std::ios::binary) << RandomFile();

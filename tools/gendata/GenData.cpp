@@ -48,19 +48,6 @@ GeneratorRegistration::GeneratorRegistration(const char* szFile, GeneratorFn fn)
 
 const std::vector<RegisteredGenerator>& RegisteredGenerators() { return Generators(); }
 
-std::string DataPathOf(const std::string& strCatalogueFile)
-{
-    std::string strPath = strCatalogueFile;
-    for (char& c : strPath)
-        if (c == '\\')
-            c = '/';
-    if (strPath.rfind("./", 0) == 0)
-        strPath.erase(0, 2);
-    if (strPath.find('/') == std::string::npos)
-        strPath = "ini/" + strPath;
-    return strPath;
-}
-
 std::string AlternativePathOf(const std::string& strBareName)
 {
     const std::size_t nDot = strBareName.rfind('.');

@@ -66,7 +66,5 @@ struct RegisteredGenerator {
 };
 const std::vector<RegisteredGenerator>& RegisteredGenerators();
 
-// The path a catalogue file is written at: bare names go under ini/.
-std::string DataPathOf(const std::string& strCatalogueFile);
 // The alternative-set path of a bare name: ini/200/<stem>_200<ext>.
 std::string AlternativePathOf(const std::string& strBareName);

@@ -33,7 +33,7 @@ void WriteCatalogueFiles(CGenContext& context)
         if (const RegisteredGenerator* pGenerator = GeneratorFor(entry.szFile))
             pGenerator->fn(context);
         else
-            GenerateGenericFile(context, DataPathOf(entry.szFile), 0);
+            GenerateGenericFile(context, CatalogueDataPath(entry.szFile), 0);
     }
 }
 
