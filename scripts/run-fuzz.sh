@@ -15,7 +15,8 @@
 # fuzz/dict/<target>.dict. Prints executions (this run's, and all runs'
 # recorded in <build>/ledger.tsv), coverage and the outcome per target; a
 # crash, leak, timeout or sanitizer report fails the run and its reproducer
-# is left in <build>/artifacts/.
+# is left in <build>/artifacts/. A run stopped from outside is "stopped";
+# its executions still count.
 set -euo pipefail
 scripts=$(cd "$(dirname "$0")" && pwd)
 cd "$scripts/.."
@@ -67,7 +68,11 @@ running=0
 for name in "${targets[@]}"; do
   if [ "$running" -ge "$jobs" ]; then wait -n || true; running=$((running - 1)); fi
   (
-    if fuzz_one "$name"; then echo ok; else echo FAILED; fi >"$build_dir/$name.outcome"
+    # A run stopped from outside (Ctrl-C, or a campaign being stopped) is
+    # not a fault of the target: it is reported as stopped, not failed.
+    if fuzz_one "$name"; then echo ok
+    elif grep -aq 'libFuzzer: run interrupted' "$build_dir/$name.log"; then echo stopped
+    else echo FAILED; fi >"$build_dir/$name.outcome"
     # Recorded as soon as the target ends, so that a campaign cut short
     # still counts what it ran.
     printf '%s\t%s\n' "$name" "$(executions_in "$build_dir/$name.log")" >>"$ledger"
@@ -87,10 +92,8 @@ for name in "${targets[@]}"; do
   total=$((total + executions))
   overall=$(ledger_total "$ledger" "$name")
   printf '%-26s %12s %12s  %-8s %s\n' "$name" "$executions" "$overall" "${coverage:-?}" "$result"
-  if [ "$result" != ok ]; then
-    status=1
-    tail -40 "$log" | cut -c1-300 | cat -v
-  fi
+  [ "$result" = ok ] || status=1
+  if [ "$result" = FAILED ]; then tail -40 "$log" | cut -c1-300 | cat -v; fi
 done
 printf '%-26s %12s\n' total "$total"
 exit $status
