@@ -68,11 +68,11 @@ running=0
 for name in "${targets[@]}"; do
   if [ "$running" -ge "$jobs" ]; then wait -n || true; running=$((running - 1)); fi
   (
-    # A run stopped from outside (Ctrl-C, or a campaign being stopped) is
-    # not a fault of the target: it is reported as stopped, not failed.
-    if fuzz_one "$name"; then echo ok
-    elif grep -aq 'libFuzzer: run interrupted' "$build_dir/$name.log"; then echo stopped
-    else echo FAILED; fi >"$build_dir/$name.outcome"
+    # libFuzzer exits with 72 when interrupted (Ctrl-C, a campaign being
+    # stopped): not a fault of the target.
+    rc=0
+    fuzz_one "$name" || rc=$?
+    case $rc in 0) echo ok ;; 72) echo stopped ;; *) echo FAILED ;; esac >"$build_dir/$name.outcome"
     # Recorded as soon as the target ends, so that a campaign cut short
     # still counts what it ran.
     printf '%s\t%s\n' "$name" "$(executions_in "$build_dir/$name.log")" >>"$ledger"
