@@ -269,8 +269,8 @@ void CBattleTutorialTable::Load()
             std::string_view line;
             reader.GetValue(nSection, szKey, line);
             TutorialCommand command;
-            if (ParseTutorialCommand(&command, line.data()))
-                script.setCommand.push_back(command);
+            if (ParseTutorialCommand(&command, line.data()) && !script.setCommand.PushBack(command))
+                break;  // out of memory: the commands read so far stay
         }
         m_mapScript[nId] = std::move(script);
     }

@@ -30,7 +30,6 @@
 
 #include <cstddef>
 #include <map>
-#include <vector>
 
 #include "ClientData/DataTable.h"
 
@@ -44,10 +43,15 @@ struct TutorialCommand {
     char szText[kTutorialTextSize];    // tip commands only, else empty
 };
 
+// The client reads the script by layout, its commands in its own library's
+// array layout.
 struct TutorialScript {
-    int nType;                                // "Type"
-    std::vector<TutorialCommand> setCommand;  // the usable lines from Line1 on
+    int nType;                                 // "Type"
+    CClientArray<TutorialCommand> setCommand;  // the usable lines from Line1 on
 };
+static_assert(sizeof(TutorialCommand) == 4 + 4 * kTutorialParamAmount + kTutorialTextSize, "plain record");
+static_assert(offsetof(TutorialScript, setCommand) == sizeof(void*), "the type padded to a word");
+static_assert(sizeof(TutorialScript) == 4 * sizeof(void*), "type and array");
 
 // One word of the vocabulary.
 struct TutorialKeyword {

@@ -69,7 +69,8 @@ void CClientDataMgr::LoadDeferList()
     if (pRegistry == nullptr)
         return;
     for (CDataTable* pTable : pRegistry->Tables()) {
-        const std::string strFileName = LowerAscii(pTable->GetFileName());
+        const CClientString strTableName = TableFileName(*pTable);
+        const std::string strFileName = LowerAscii(std::string(strTableName.c_str(), strTableName.size()));
         for (const std::string& strName : setName) {
             if (strName == strFileName) {
                 pTable->SetDefer();

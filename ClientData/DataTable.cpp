@@ -57,4 +57,18 @@ void CDataTable::BuildFilePath()
     m_strFilePath = "ini/" + m_strFileName;
 }
 
-std::string CDataTable::GetFileName() { return m_strFileName; }
+CClientString* CDataTable::GetFileName(CClientString* pResult)
+{
+    new (pResult) CClientString;
+    pResult->Assign(m_strFileName.data(), m_strFileName.size());
+    return pResult;
+}
+
+CClientString TableFileName(CDataTable& table)
+{
+    alignas(CClientString) unsigned char storage[sizeof(CClientString)];
+    CClientString* pName = table.GetFileName(reinterpret_cast<CClientString*>(storage));
+    CClientString strName(static_cast<CClientString&&>(*pName));
+    pName->~CClientString();
+    return strName;
+}

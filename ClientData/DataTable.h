@@ -12,6 +12,8 @@
 #include <set>
 #include <string>
 
+#include "ClientData/ClientBoundary.h"
+
 // Every concrete table class also offers a non-virtual
 //     std::size_t GetLoadedAmount() const;
 // (how many records it holds) for the load report; it is not part of the
@@ -48,8 +50,12 @@ public:
     // "ini/200/<name before the last dot>_200<from the last dot>". A
     // version-dependent name without a dot throws std::out_of_range.
     virtual void BuildFilePath();  // slot 5
-    // A copy of the bare file name (empty for tables that read a fixed path).
-    virtual std::string GetFileName();  // slot 6
+    // A copy of the bare file name (empty for tables that read a fixed
+    // path), returned as the client's compiler returns a string by value:
+    // built in the caller's storage *pResult (taken as raw: what it held is
+    // not released), whose address comes back. The object comes first and
+    // the result's address second, on every target.
+    virtual CClientString* GetFileName(CClientString* pResult);  // slot 6
 
     const std::string& GetFilePath() const { return m_strFilePath; }
 
@@ -65,6 +71,9 @@ protected:
     std::string m_strFileName;
     std::string m_strFilePath;
 };
+
+// The file name through slot 6, as the client asks for it.
+CClientString TableFileName(CDataTable& table);
 
 // Tools and tests may watch tables being destroyed (the manager destroys them
 // in reverse construction order); null, the default, watches nothing.

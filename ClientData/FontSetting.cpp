@@ -1,6 +1,7 @@
 #include "ClientData/FontSetting.h"
 
 #include <cstring>
+#include <new>
 #include <string>
 #include <vector>
 
@@ -196,5 +197,8 @@ int CFontSetting::GetChatFontSize() { return m_nChatFontSize; }
 int CFontSetting::GetAntialias() { return m_nAntialias; }
 int CFontSetting::GetTipFontShadow() { return m_nTipFontShadow; }
 uint32_t CFontSetting::GetTipFontShadowColor() { return m_dwTipFontShadowColor; }
-CZelString CFontSetting::GetDefaultFontName() { return m_strDefaultFontName; }
+CZelString* CFontSetting::GetDefaultFontName(CZelString* pResult)
+{
+    return new (pResult) CZelString(m_strDefaultFontName);
+}
 int CFontSetting::GetDefaultFontValue() { return m_nDefaultFontValue; }

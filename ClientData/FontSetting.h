@@ -63,10 +63,12 @@ public:
     virtual int GetAntialias();                    // slot 13
     virtual int GetTipFontShadow();                // slot 14
     virtual uint32_t GetTipFontShadowColor();      // slot 15, 0xAARRGGBB
-    // Slots 16-17: the default font from "ini/Font.ini" (a shared copy of
-    // the name: no allocation); "" and 0 when the file names none.
-    virtual CZelString GetDefaultFontName();  // slot 16
-    virtual int GetDefaultFontValue();        // slot 17
+    // Slots 16-17: the default font from "ini/Font.ini"; "" and 0 when the
+    // file names none. The name is returned as the client's compiler returns
+    // a string class by value: a shared copy (no allocation) built in the
+    // caller's storage *pResult (taken as raw), whose address comes back.
+    virtual CZelString* GetDefaultFontName(CZelString* pResult);  // slot 16
+    virtual int GetDefaultFontValue();                            // slot 17
 
     // Settings the last Load took from "ini/FontSetting.ini".
     std::size_t GetLoadedAmount() const { return m_nLoadedAmount; }

@@ -116,25 +116,28 @@ int CItemCategoryTable::IsInCategory(const char* szName, uint32_t idType)
     return it != setMerged.begin() && idType <= std::prev(it)->idHigh ? 1 : 0;
 }
 
-void CItemCategoryTable::GetCategoryIds(const char* szName, std::vector<uint32_t>* pOut)
+void CItemCategoryTable::GetCategoryIds(const char* szName, CClientArray<uint32_t>* pOut)
 {
     const Category* pCategory = CategoryFind(szName);
     if (pCategory == nullptr || pOut == nullptr)
         return;
-    std::size_t nLeft = kMaxExpandedIds;
-    try {
-        for (const Range& range : pCategory->setRange) {
-            if (range.idLow > range.idHigh)
-                continue;
-            // Counted without overflow: the range may end at the top id.
-            for (uint32_t id = range.idLow; nLeft > 0; ++id) {
-                pOut->push_back(id);
-                --nLeft;
-                if (id == range.idHigh)
-                    break;
-            }
+    // One growth for the whole answer.
+    uint64_t nTotal = 0;
+    for (const Range& range : pCategory->setRange)
+        if (range.idLow <= range.idHigh)
+            nTotal = std::min<uint64_t>(kMaxExpandedIds, nTotal + (uint64_t{range.idHigh} - range.idLow + 1));
+    std::size_t nAmount = static_cast<std::size_t>(nTotal);
+    if (!pOut->ReserveMore(nAmount))
+        return;
+    for (const Range& range : pCategory->setRange) {
+        if (range.idLow > range.idHigh)
+            continue;
+        // Counted without overflow: the range may end at the top id.
+        for (uint32_t id = range.idLow; nAmount > 0; ++id) {
+            pOut->PushBack(id);
+            --nAmount;
+            if (id == range.idHigh)
+                break;
         }
-    } catch (const std::bad_alloc&) {
-        // What was appended stays; nothing may reach the client.
     }
 }

@@ -37,8 +37,10 @@ public:
     // Slot 8: appends to *pOut every id of every range of category szName,
     // range by range in file order, each from low up to high. Appends
     // nothing for an unknown category or a null name or output. A category
-    // that would give more than kMaxExpandedIds ids stops there.
-    virtual void GetCategoryIds(const char* szName, std::vector<uint32_t>* pOut);
+    // that would give more than kMaxExpandedIds ids stops there. *pOut is the
+    // client's array, grown by its own rule; when it cannot grow, nothing is
+    // appended.
+    virtual void GetCategoryIds(const char* szName, CClientArray<uint32_t>* pOut);
 
     // Categories held.
     std::size_t GetLoadedAmount() const { return m_mapCategory.size(); }

@@ -376,23 +376,28 @@ void CMagicData::CollectLearnIndexes(uint32_t nProfession, uint64_t nFirst, uint
     std::sort(m_setScratch.begin(), m_setScratch.end());
 }
 
-void CMagicData::CollectLearnable(uint32_t nProfession, uint32_t nLevel, std::vector<const MagicTypeInfo*>* pList)
+void CMagicData::CollectLearnable(uint32_t nProfession, uint32_t nLevel, CClientArray<const MagicTypeInfo*>* pList)
 {
     if (pList == nullptr)
         return;
-    pList->clear();
+    pList->Clear();
     CollectLearnIndexes(nProfession, 0, uint64_t{nLevel} + 1);
     if (++m_nStamp == 0) {
         std::fill(m_setTypeStamp.begin(), m_setTypeStamp.end(), 0);
         m_nStamp = 1;
     }
+    // Keep the first position of each type, then grow the client's array once.
+    std::size_t nKept = 0;
     for (uint32_t nIndex : m_setScratch) {
         uint32_t& nStamp = m_setTypeStamp[m_setTypeSlot[nIndex]];
         if (nStamp == m_nStamp)
             continue;  // this type already has its first level in the list
         nStamp = m_nStamp;
-        pList->push_back(m_setRecord[nIndex].get());
+        m_setScratch[nKept++] = nIndex;
     }
+    if (!pList->ReserveMore(nKept))
+        return;
+    for (std::size_t i = 0; i < nKept; ++i) pList->PushBack(m_setRecord[m_setScratch[i]].get());
 }
 
 int CMagicData::IsSenderAction(int nAction) { return m_setSenderAction.count(nAction) != 0 ? 1 : 0; }

@@ -14,12 +14,15 @@
 #include "ClientData/DataTable.h"
 
 // Where the client's records hold a growable array: its first, last and end
-// pointers. No loader fills it, so it is always empty (all null).
+// pointers, the layout of CClientArray. No loader fills it, so it is always
+// empty (all null), and the record stays a plain structure that
+// CopyMagicType copies whole.
 struct MagicAuxList {
     void* pFirst;
     void* pLast;
     void* pEnd;
 };
+static_assert(sizeof(MagicAuxList) == sizeof(CClientArray<void*>), "the client's array layout");
 
 // The client reads records by layout: field order, widths and buffer sizes
 // are fixed. Columns 1-61 of "MagicType.ini" in column order (except 53);
@@ -114,8 +117,9 @@ public:
     virtual const MagicTypeInfo* FindFirstLearnable(uint32_t nProfession) = 0;
     // Slot 13: empties *pList, then appends, in file order, every record with
     // NeedLevel <= nLevel, LearnFlag 1 and a profession match, each Type once
-    // (the first qualifying record of a type wins).
-    virtual void CollectLearnable(uint32_t nProfession, uint32_t nLevel, std::vector<const MagicTypeInfo*>* pList) = 0;
+    // (the first qualifying record of a type wins). *pList is the client's
+    // array, grown by its own rule; when it cannot grow, it stays empty.
+    virtual void CollectLearnable(uint32_t nProfession, uint32_t nLevel, CClientArray<const MagicTypeInfo*>* pList) = 0;
     virtual int IsSenderAction(int nAction) = 0;  // slot 14: 1 when some record casts with it
     virtual int IsTargetAction(int nAction) = 0;  // slot 15: 1 when some target plays it
     // Slot 16: the level list becomes every record with NeedLevel == nLevel,
@@ -156,7 +160,7 @@ public:
     const MagicTypeInfo* GetMagicType(uint32_t nType, uint32_t nLevel) override;
     int IsIntoneAction(int nAction, bool bMounted, bool bFlying) override;
     const MagicTypeInfo* FindFirstLearnable(uint32_t nProfession) override;
-    void CollectLearnable(uint32_t nProfession, uint32_t nLevel, std::vector<const MagicTypeInfo*>* pList) override;
+    void CollectLearnable(uint32_t nProfession, uint32_t nLevel, CClientArray<const MagicTypeInfo*>* pList) override;
     int IsSenderAction(int nAction) override;
     int IsTargetAction(int nAction) override;
     void BuildLevelList(uint32_t nLevel, uint32_t nProfession) override;

@@ -1,5 +1,8 @@
 #include "ClientData/MonsterSpeakTable.h"
 
+#include <cstring>
+#include <new>
+
 #include "ClientData/SectionKeys.h"
 #include "ZelGameBase/ZelCommon.h"
 #include "ZelGameBase/ZelCrt.h"
@@ -21,7 +24,7 @@ constexpr int kSpeakTextSize = 1024;
 
 // Reads the lines of one occasion; returns its default share.
 uint32_t OccasionLinesRead(const CIniSectionReader& reader, int nSection, const char* szWord,
-                           std::vector<MonsterSpeakEntry>& setEntry)
+                           CClientArray<MonsterSpeakEntry>& setEntry)
 {
     char szKey[64];
     SafeSprintf(szKey, sizeof(szKey), "%sAmount", szWord);
@@ -39,11 +42,13 @@ uint32_t OccasionLinesRead(const CIniSectionReader& reader, int nSection, const 
             continue;
         SafeSprintf(szKey, sizeof(szKey), "%sProbability%d", szWord, i);
         const int nProbability = reader.GetInt(nSection, szKey, 0);
+        MonsterSpeakEntry entry{nProbability, CClientString()};
+        if (!entry.strText.Assign(szText, std::strlen(szText)) || !setEntry.PushBack(std::move(entry)))
+            break;  // out of memory: the lines read so far stay
         if (nProbability != 0)
             nSum += static_cast<uint32_t>(nProbability);
         else
             ++nCount;
-        setEntry.push_back(MonsterSpeakEntry{nProbability, szText});
     }
     if (static_cast<int32_t>(nSum) < 1000 && nCount > 0) {
         const uint32_t nShare = (1000u - nSum) / nCount;
@@ -55,27 +60,28 @@ uint32_t OccasionLinesRead(const CIniSectionReader& reader, int nSection, const 
 
 std::unique_ptr<MonsterSpeakInfo> SpeakInfoRead(const CIniSectionReader& reader, int nSection)
 {
-    std::unique_ptr<MonsterSpeakInfo> pInfo(new MonsterSpeakInfo());
-    for (int& nProbability : pInfo->nProbability)
-        nProbability = 1;
-    for (const OccasionWord& word : kReadOrder)
-        pInfo->nDefaultShare[word.nOccasion] =
-            OccasionLinesRead(reader, nSection, word.szWord, pInfo->setEntry[word.nOccasion]);
+    std::unique_ptr<MonsterSpeakInfo> pInfo(new (std::nothrow) MonsterSpeakInfo());
+    if (pInfo == nullptr)
+        return pInfo;
     for (const OccasionWord& word : kReadOrder) {
-        if (pInfo->nDefaultShare[word.nOccasion] == 0)
+        MonsterSpeakLines& lines = pInfo->setOccasion[word.nOccasion];
+        lines.nDefaultShare = OccasionLinesRead(reader, nSection, word.szWord, lines.setEntry);
+    }
+    for (const OccasionWord& word : kReadOrder) {
+        if (pInfo->setOccasion[word.nOccasion].nDefaultShare == 0)
             continue;
         char szKey[64];
         SafeSprintf(szKey, sizeof(szKey), "%sProbability", word.szWord);
         const int nProbability = reader.GetInt(nSection, szKey, 0);
         if (nProbability != 0)
-            pInfo->nProbability[word.nOccasion] = nProbability;
+            pInfo->setOccasion[word.nOccasion].nProbability = nProbability;
     }
     return pInfo;
 }
 
 int EntryProbability(const MonsterSpeakInfo& info, int nOccasion, const MonsterSpeakEntry& entry)
 {
-    return entry.nProbability != 0 ? entry.nProbability : static_cast<int>(info.nDefaultShare[nOccasion]);
+    return entry.nProbability != 0 ? entry.nProbability : static_cast<int>(info.setOccasion[nOccasion].nDefaultShare);
 }
 
 }  // namespace
@@ -91,7 +97,10 @@ void CMonsterSpeakTable::Load()
         const uint32_t nId = static_cast<uint32_t>(CrtAtoi(reader.GetTitle(nSection).data()));
         if (m_mapInfo.count(nId) != 0)
             continue;  // the first section of an id stays
-        m_mapInfo.emplace(nId, SpeakInfoRead(reader, nSection));
+        std::unique_ptr<MonsterSpeakInfo> pInfo = SpeakInfoRead(reader, nSection);
+        if (pInfo == nullptr)
+            break;  // out of memory: the records read so far stay
+        m_mapInfo.emplace(nId, std::move(pInfo));
     }
 }
 
@@ -114,7 +123,7 @@ const MonsterSpeakInfo* CMonsterSpeakTable::GetMonsterSpeak(uint32_t nMonsterTyp
 int CMonsterSpeakTable::GetSpeakAmount(uint32_t nMonsterType, int nOccasion)
 {
     const MonsterSpeakInfo* pInfo = Find(nMonsterType, nOccasion);
-    return pInfo != nullptr ? static_cast<int>(pInfo->setEntry[nOccasion].size()) : 0;
+    return pInfo != nullptr ? static_cast<int>(pInfo->setOccasion[nOccasion].setEntry.size()) : 0;
 }
 
 const char* CMonsterSpeakTable::GetSpeakText(uint32_t nMonsterType, int nOccasion, int nIndex, int* pProbability)
@@ -122,9 +131,9 @@ const char* CMonsterSpeakTable::GetSpeakText(uint32_t nMonsterType, int nOccasio
     if (pProbability != nullptr)
         *pProbability = 0;
     const MonsterSpeakInfo* pInfo = Find(nMonsterType, nOccasion);
-    if (pInfo == nullptr || nIndex < 0 || static_cast<std::size_t>(nIndex) >= pInfo->setEntry[nOccasion].size())
+    if (pInfo == nullptr || nIndex < 0 || static_cast<std::size_t>(nIndex) >= pInfo->setOccasion[nOccasion].setEntry.size())
         return nullptr;
-    const MonsterSpeakEntry& entry = pInfo->setEntry[nOccasion][nIndex];
+    const MonsterSpeakEntry& entry = pInfo->setOccasion[nOccasion].setEntry[nIndex];
     if (pProbability != nullptr)
         *pProbability = EntryProbability(*pInfo, nOccasion, entry);
     return entry.strText.c_str();
@@ -133,7 +142,7 @@ const char* CMonsterSpeakTable::GetSpeakText(uint32_t nMonsterType, int nOccasio
 int CMonsterSpeakTable::GetOccasionProbability(uint32_t nMonsterType, int nOccasion)
 {
     const MonsterSpeakInfo* pInfo = Find(nMonsterType, nOccasion);
-    return pInfo != nullptr ? pInfo->nProbability[nOccasion] : 0;
+    return pInfo != nullptr ? pInfo->setOccasion[nOccasion].nProbability : 0;
 }
 
 const char* CMonsterSpeakTable::PickSpeakText(uint32_t nMonsterType, int nOccasion, int nRoll)
@@ -142,7 +151,7 @@ const char* CMonsterSpeakTable::PickSpeakText(uint32_t nMonsterType, int nOccasi
     if (pInfo == nullptr || nRoll < 0)
         return nullptr;
     int64_t nEnd = 0;
-    for (const MonsterSpeakEntry& entry : pInfo->setEntry[nOccasion]) {
+    for (const MonsterSpeakEntry& entry : pInfo->setOccasion[nOccasion].setEntry) {
         nEnd += EntryProbability(*pInfo, nOccasion, entry);
         if (nRoll < nEnd)
             return entry.strText.c_str();

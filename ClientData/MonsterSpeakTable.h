@@ -15,8 +15,6 @@
 #include <cstdint>
 #include <map>
 #include <memory>
-#include <string>
-#include <vector>
 
 #include "ClientData/DataTable.h"
 
@@ -31,16 +29,33 @@ enum MonsterSpeakOccasion : int {
     MONSTER_SPEAK_OCCASION_AMOUNT = 5,
 };
 
+// The client reads the record by layout, its lists and texts in its own
+// library's array and string layouts.
 struct MonsterSpeakEntry {
-    int nProbability;     // per mille; 0: the occasion's default share
-    std::string strText;  // never empty, at most 1023 characters
+    int nProbability;       // per mille; 0: the occasion's default share
+    CClientString strText;  // never empty, at most 1023 characters
+};
+template <>
+struct IsClientRelocatable<MonsterSpeakEntry> {
+    static constexpr bool value = true;  // an int and a string
+};
+
+// What a monster says on one occasion.
+struct MonsterSpeakLines {
+    CClientArray<MonsterSpeakEntry> setEntry;  // file order
+    int nProbability = 1;                      // that the occasion speaks at all
+    uint32_t nDefaultShare = 0;                // of the lines without a probability
 };
 
 struct MonsterSpeakInfo {
-    std::vector<MonsterSpeakEntry> setEntry[MONSTER_SPEAK_OCCASION_AMOUNT];  // file order
-    int nProbability[MONSTER_SPEAK_OCCASION_AMOUNT];                         // occasion probability
-    uint32_t nDefaultShare[MONSTER_SPEAK_OCCASION_AMOUNT];
+    MonsterSpeakLines setOccasion[MONSTER_SPEAK_OCCASION_AMOUNT];  // by MonsterSpeakOccasion
 };
+
+static_assert(sizeof(MonsterSpeakEntry) == sizeof(void*) + sizeof(CClientString), "int padded to a word");
+static_assert(offsetof(MonsterSpeakEntry, strText) == sizeof(void*), "the text after the padded int");
+static_assert(sizeof(MonsterSpeakLines) == 3 * sizeof(void*) + 8, "array, probability, share");
+static_assert(sizeof(MonsterSpeakInfo) == MONSTER_SPEAK_OCCASION_AMOUNT * sizeof(MonsterSpeakLines),
+              "five occasions");
 
 class CMonsterSpeakTable : public CDataTable {
 public:

@@ -9,6 +9,7 @@
 #include <string>
 #include <utility>
 
+#include "ZelGameBase/Platform/Platform.h"
 #include "ZelGameBase/ZelCrt.h"
 #include "ZelGameBase/ZelGameBase.h"
 
@@ -70,7 +71,7 @@ bool CharInSet(const char* pch, int nLen, const char* lpszCharSet)
 void FreeData(CZelStringData* pData)
 {
     pData->~CZelStringData();
-    ::operator delete(static_cast<void*>(pData));
+    PlatformHeapFree(pData);
 }
 
 }  // namespace
@@ -123,8 +124,12 @@ bool CZelString::AllocBuffer(int nLen)
         return false;
     if (nLen == 0)
         return true;
-    // Exactly header + text + terminator: no rounding, no pooling.
-    void* pBlock = ::operator new(sizeof(CZelStringData) + static_cast<std::size_t>(nLen) + 1);
+    // Exactly header + text + terminator: no rounding, no pooling. From the
+    // process heap, since a copy handed to the client may be the last one
+    // and is then freed by the client's runtime.
+    void* pBlock = PlatformHeapAlloc(sizeof(CZelStringData) + static_cast<std::size_t>(nLen) + 1);
+    if (pBlock == nullptr)
+        return false;
     CZelStringData* pData = new (pBlock) CZelStringData;
     pData->nRefs.store(1, std::memory_order_relaxed);
     pData->nDataLength = nLen;

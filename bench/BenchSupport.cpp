@@ -178,8 +178,8 @@ std::size_t HeldBytesOf(CMonsterSpeakTable* pTable, bool&)
         if (pInfo == nullptr || !setSeen.insert(nId).second)
             continue;
         nBytes += sizeof(uint32_t) + sizeof(MonsterSpeakInfo);
-        for (const auto& setEntry : pInfo->setEntry)
-            for (const MonsterSpeakEntry& entry : setEntry)
+        for (const MonsterSpeakLines& lines : pInfo->setOccasion)
+            for (const MonsterSpeakEntry& entry : lines.setEntry)
                 nBytes += sizeof(entry.nProbability) + entry.strText.size() + 1;
     }
     return nBytes;

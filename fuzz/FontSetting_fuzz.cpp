@@ -19,7 +19,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pData, std::size_t nSize)
         table.GetAntialias();
         table.GetTipFontShadow();
         table.GetTipFontShadowColor();
-        table.GetDefaultFontName();
+        CZelString strName;
+        (void)std::strlen(*table.GetDefaultFontName(&strName));
         table.GetDefaultFontValue();
     });
     return 0;

@@ -7,7 +7,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pData, std::size_t nSize)
     const std::vector<int64_t> setNumber = FuzzNumbersIn(pData, nSize);
     const std::vector<std::string> setWord = FuzzWordsIn(pData, nSize);
     FuzzTableFile<CItemCategoryTable>("ini/ItemCategory.dat", pData, nSize, [&](CItemCategoryTable& table) {
-        std::vector<uint32_t> setId;
+        CClientArray<uint32_t> setId;
         for (const std::string& strWord : setWord) {
             // The expansion of a wide range is bounded (kMaxExpandedIds) but
             // takes long; expand only categories of modest size.
@@ -15,7 +15,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pData, std::size_t nSize)
             if (const auto* pRanges = table.FindRanges(strWord.c_str()))
                 for (const CItemCategoryTable::Range& range : *pRanges)
                     nIds += range.idHigh >= range.idLow ? uint64_t(range.idHigh) - range.idLow + 1 : 0;
-            setId.clear();
+            setId.Clear();
             if (nIds <= 65536)
                 table.GetCategoryIds(strWord.c_str(), &setId);
             for (int64_t nId : setNumber)

@@ -38,8 +38,9 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pData, std::size_t nSize)
             magic.IsSenderAction(nAction);
             magic.IsTargetAction(nAction);
             CheckRecord(magic.FindFirstLearnable(nType));
-            std::vector<const MagicTypeInfo*> setLearnable;
+            CClientArray<const MagicTypeInfo*> setLearnable;
             magic.CollectLearnable(nType, nLevel, &setLearnable);
+            for (const MagicTypeInfo* pInfo : setLearnable) CheckRecord(pInfo);
             magic.BuildLevelList(nLevel, nType);
             magic.BuildLevelRangeList(nLevel, nType, nLevel);
             for (int k = -1; k <= magic.GetLevelListAmount() && k < 16; ++k)

@@ -3,6 +3,7 @@
 // the two implementations, chosen by the build.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <string>
@@ -29,6 +30,12 @@ std::string PlatformJoinPath(const std::string& strDir, const char* szName);
 // ASCII case-insensitive as on Windows), in the order the system lists them
 // (the POSIX half follows NTFS: upper-cased name order). False when none.
 bool PlatformFindFirstFile(const char* szDir, const char* szPattern, std::string& strName);
+
+// The process heap: blocks that a client built with another compiler's
+// runtime may free or grow, since that runtime allocates from the process
+// heap too (malloc and free off Windows). Null on failure; never throws.
+void* PlatformHeapAlloc(std::size_t nBytes);
+void PlatformHeapFree(void* pBlock);
 
 // Creates one directory; failure (it exists, no rights) is ignored.
 void PlatformMakeDirectory(const char* szPath);

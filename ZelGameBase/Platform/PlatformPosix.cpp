@@ -181,3 +181,7 @@ unsigned PlatformGetPrivateProfileInt(const char* szSection, const char* szKey, 
         return static_cast<unsigned>(nDefault);
     return ProfileGetInt(strText.data(), strText.size(), szSection, szKey, nDefault);
 }
+
+void* PlatformHeapAlloc(std::size_t nBytes) { return std::malloc(nBytes != 0 ? nBytes : 1); }
+
+void PlatformHeapFree(void* pBlock) { std::free(pBlock); }

@@ -155,3 +155,11 @@ unsigned PlatformGetPrivateProfileInt(const char* szSection, const char* szKey, 
         return static_cast<unsigned>(nDefault);
     return GetPrivateProfileIntA(szSection, szKey, nDefault, szPath);
 }
+
+void* PlatformHeapAlloc(std::size_t nBytes) { return HeapAlloc(GetProcessHeap(), 0, nBytes != 0 ? nBytes : 1); }
+
+void PlatformHeapFree(void* pBlock)
+{
+    if (pBlock != nullptr)
+        HeapFree(GetProcessHeap(), 0, pBlock);
+}

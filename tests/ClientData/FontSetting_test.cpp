@@ -14,6 +14,14 @@ const char kOrderedSettings[] =
 
 using FontSettingTest = RegistryFolderTest<TableRegistry>;
 
+// The default font name through slot 16, into an empty string's storage.
+CZelString DefaultFontName(CFontSetting& table)
+{
+    CZelString strName;
+    table.GetDefaultFontName(&strName);
+    return strName;
+}
+
 TEST_F(FontSettingTest, ColoursWithoutAlphaAreOpaque)
 {
     const std::pair<const char*, uint32_t> kCases[] = {
@@ -64,7 +72,7 @@ TEST_F(FontSettingTest, MissingFileKeepsTheConstructionValuesAndGarbageIsHarmles
     EXPECT_EQ(table.GetAntialias(), CFontSetting::kDefaultAntialias);
     EXPECT_EQ(table.GetChatFontSize(), CFontSetting::kDefaultChatFontSize);
     EXPECT_EQ(table.GetTipFontShadowColor(), CFontSetting::kDefaultShadowColor);
-    EXPECT_STREQ(table.GetDefaultFontName(), "");
+    EXPECT_STREQ(DefaultFontName(table), "");
 
     // Garbage files do not break loading.
     std::string strGarbage;
@@ -119,7 +127,7 @@ TEST_F(FontSettingTest, DefaultFontFromTheFirstFilledSectionAfterTheHead)
         WriteFile("ini/Font.ini", c.szFontIni);
         CFontSetting table;
         table.Load();
-        EXPECT_STREQ(table.GetDefaultFontName(), c.szFontName) << c.szFontIni;
+        EXPECT_STREQ(DefaultFontName(table), c.szFontName) << c.szFontIni;
         EXPECT_EQ(table.GetDefaultFontValue(), c.nValue) << c.szFontIni;
         TableRegistry::Destroy();
     }
@@ -141,10 +149,14 @@ TEST_F(FontSettingTest, ReadsTheSettingsInTheirOrderThroughTheRawSlots)
     for (const auto& c : kNumbers) EXPECT_EQ(CallSlot<uint32_t>(&table, c.first), c.second) << "slot " << c.first;
     EXPECT_EQ(table.GetLoadedAmount(), 7u);
     EXPECT_EQ(LogEntryCount(), 0);
-    // The name comes back as a shared copy.
-    const CZelString strName = table.GetDefaultFontName();
-    EXPECT_STREQ(strName, "SimHei");
-    EXPECT_EQ(strName.GetData(), table.GetDefaultFontName().GetData());
+    // The name comes back as a shared copy, built in the caller's storage
+    // given after the object, and its address is the result.
+    alignas(CZelString) unsigned char storage[sizeof(CZelString)];
+    CZelString* pName = CallSlot<CZelString*>(&table, 16, reinterpret_cast<CZelString*>(storage));
+    ASSERT_EQ(static_cast<void*>(pName), static_cast<void*>(storage));
+    EXPECT_STREQ(*pName, "SimHei");
+    EXPECT_EQ(pName->GetData(), DefaultFontName(table).GetData());
+    pName->~CZelString();
     CallSlot<void>(&table, 2);  // Clear
     EXPECT_STREQ(CallSlot<const char*>(&table, 9), "");
 }

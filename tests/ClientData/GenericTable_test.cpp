@@ -20,7 +20,7 @@ TEST_F(GenericTableTest, SectionedFileGivesOneRecordPerSection)
               "; header comment\r\n\r\n[1001]\r\nName = Sword of dawn \r\nLevel=12\r\nlevel=99\r\n"
               "[1002]\r\nName=\xB5\xB6\r\n[1001]\r\nName=second\r\n[abc]\r\nKey=v\r\n");
     CGenericTable table(kFixed);
-    EXPECT_EQ(table.GetFileName(), "");
+    EXPECT_STREQ(TableFileName(table).c_str(), "");
     table.Load();
     ASSERT_EQ(table.GetKind(), IGenericTable::KIND_SECTIONS);
     EXPECT_EQ(table.GetRecordAmount(), 4);
@@ -41,7 +41,7 @@ TEST_F(GenericTableTest, ColumnFileGivesOneRecordPerLine)
 {
     WriteFile("ini/Resolved.dat", "// id name value\n1 one 10\n2  two\n1 again 30\n;3 comment 0\n");
     CGenericTable table(kResolved);
-    EXPECT_EQ(table.GetFileName(), "Resolved.dat");
+    EXPECT_STREQ(TableFileName(table).c_str(), "Resolved.dat");
     table.BuildFilePath();
     table.Load();
     ASSERT_EQ(table.GetKind(), IGenericTable::KIND_COLUMNS);

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "Support/BoundarySupport.h"
 #include "Support/TestSupport.h"
 #include "Support/VtableCall.h"
 
@@ -19,9 +20,9 @@ protected:
 
     std::vector<uint32_t> Ids(const char* szName)
     {
-        std::vector<uint32_t> setId;
+        CClientArray<uint32_t> setId;
         m_table.GetCategoryIds(szName, &setId);
-        return setId;
+        return VectorOf(setId);
     }
 
     CItemCategoryTable m_table;
@@ -35,9 +36,11 @@ TEST_F(ItemCategoryTableTest, RangesExpandInFileOrderThroughTheSlots)
     for (const auto& c : kCases)
         EXPECT_EQ((CallSlot<int, const char*, uint32_t>(&m_table, 7, "Sword", c.first)), c.second) << c.first;
 
-    std::vector<uint32_t> setId = {7};
-    CallSlot<void, const char*, std::vector<uint32_t>*>(&m_table, 8, "Sword", &setId);
-    EXPECT_EQ(setId, (std::vector<uint32_t>{7, 1000, 1001, 1002, 1003, 1004, 1005, 2000}));
+    CClientArray<uint32_t> setId;
+    ArrayFill(setId, {7u});
+    CallSlot<void, const char*, CClientArray<uint32_t>*>(&m_table, 8, "Sword", &setId);
+    EXPECT_EQ(VectorOf(setId), (std::vector<uint32_t>{7, 1000, 1001, 1002, 1003, 1004, 1005, 2000}));
+    EXPECT_EQ(setId.capacity(), 8u);  // one growth: the larger of 1.5 times 1 and the size needed
     EXPECT_EQ(LogEntryCount(), 0);
 }
 
@@ -64,11 +67,12 @@ TEST_F(ItemCategoryTableTest, NullAndEmptyRangesDefineNothing)
         EXPECT_EQ(m_table.FindRanges(szName), nullptr) << szName;
     EXPECT_EQ(m_table.GetLoadedAmount(), 1u);
 
-    std::vector<uint32_t> setId = {1, 2};
+    CClientArray<uint32_t> setId;
+    ArrayFill(setId, {1u, 2u});
     m_table.GetCategoryIds("Unknown", &setId);
     m_table.GetCategoryIds(nullptr, &setId);
     m_table.GetCategoryIds("E", nullptr);
-    EXPECT_EQ(setId, (std::vector<uint32_t>{1, 2}));
+    EXPECT_EQ(VectorOf(setId), (std::vector<uint32_t>{1, 2}));
     EXPECT_EQ(m_table.IsInCategory("Unknown", 5), 0);
     EXPECT_EQ(m_table.IsInCategory(nullptr, 5), 0);
 }

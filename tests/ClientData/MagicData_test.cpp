@@ -7,6 +7,7 @@
 
 #include "ClientData/Catalogue.h"
 #include "ClientData/IClientDataMgr.h"
+#include "Support/BoundarySupport.h"
 #include "Support/TestSupport.h"
 #include "Support/VtableCall.h"
 
@@ -194,7 +195,7 @@ TEST_F(MagicDataTest, MissingFilesAreLoggedAndGarbageNeverBreaksTheLoad)
     LoadFiles(table, strGarbage, strExtra);
     EXPECT_GT(table.GetAmount(), 1);
     table.Load();
-    std::vector<const MagicTypeInfo*> setInfo;
+    CClientArray<const MagicTypeInfo*> setInfo;
     table.CollectLearnable(0, 4294967295u, &setInfo);
     table.BuildLevelRangeList(4294967295u, 0, 0);
     table.IsIntoneAction(0, false, true);
@@ -266,9 +267,10 @@ protected:
 
     std::vector<int> Collect(uint32_t nProfession, uint32_t nLevel)
     {
-        std::vector<const MagicTypeInfo*> setInfo(3, nullptr);  // emptied first
+        CClientArray<const MagicTypeInfo*> setInfo;
+        ArrayFill(setInfo, {nullptr, nullptr, nullptr});  // emptied first
         CallSlot<void>(&m_table, 13, nProfession, nLevel, &setInfo);
-        return Positions(m_table, setInfo);
+        return Positions(m_table, VectorOf(setInfo));
     }
 
     CMagicData m_table;

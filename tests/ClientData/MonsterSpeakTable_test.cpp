@@ -45,9 +45,9 @@ TEST_F(MonsterSpeakTableTest, DefaultShareAndOccasionProbability)
         SCOPED_TRACE(c.szSection);
         const MonsterSpeakInfo* pInfo = Load(c.szSection);
         ASSERT_NE(pInfo, nullptr);
-        EXPECT_EQ(pInfo->nDefaultShare[MONSTER_SPEAK_ATTACK], c.nShare);
-        EXPECT_EQ(pInfo->nProbability[MONSTER_SPEAK_ATTACK], c.nOccasionProbability);
-        EXPECT_EQ(static_cast<int>(pInfo->setEntry[MONSTER_SPEAK_ATTACK].size()), c.nEntryAmount);
+        EXPECT_EQ(pInfo->setOccasion[MONSTER_SPEAK_ATTACK].nDefaultShare, c.nShare);
+        EXPECT_EQ(pInfo->setOccasion[MONSTER_SPEAK_ATTACK].nProbability, c.nOccasionProbability);
+        EXPECT_EQ(static_cast<int>(pInfo->setOccasion[MONSTER_SPEAK_ATTACK].setEntry.size()), c.nEntryAmount);
     }
 }
 
@@ -59,12 +59,12 @@ TEST_F(MonsterSpeakTableTest, OccasionsLandInTheirRecordOrder)
     ASSERT_NE(pInfo, nullptr);
     const char* kText[] = {"hit", "ouch", "bye", "zap", "hello"};
     for (int n = 0; n < MONSTER_SPEAK_OCCASION_AMOUNT; ++n) {
-        ASSERT_EQ(pInfo->setEntry[n].size(), 1u) << n;
-        EXPECT_EQ(pInfo->setEntry[n][0].strText, kText[n]);
-        EXPECT_EQ(pInfo->nDefaultShare[n], 1000u);
+        ASSERT_EQ(pInfo->setOccasion[n].setEntry.size(), 1u) << n;
+        EXPECT_STREQ(pInfo->setOccasion[n].setEntry[0].strText.c_str(), kText[n]);
+        EXPECT_EQ(pInfo->setOccasion[n].nDefaultShare, 1000u);
     }
-    EXPECT_EQ(pInfo->nProbability[MONSTER_SPEAK_BORN], 5);
-    EXPECT_EQ(pInfo->nProbability[MONSTER_SPEAK_DEAD], 1);
+    EXPECT_EQ(pInfo->setOccasion[MONSTER_SPEAK_BORN].nProbability, 5);
+    EXPECT_EQ(pInfo->setOccasion[MONSTER_SPEAK_DEAD].nProbability, 1);
 }
 
 TEST_F(MonsterSpeakTableTest, LinesAreReadOnlyBelowTheAmountAndCut)
@@ -72,12 +72,14 @@ TEST_F(MonsterSpeakTableTest, LinesAreReadOnlyBelowTheAmountAndCut)
     const MonsterSpeakInfo* pInfo = Load("SkillAmount=2147483647\nSkill00=lead\nSkill7=seven\nSkill2=two\nskill5=" +
                                          std::string(1500, 'y') + "\nDeadAmount=1\nDead1=beyond\n");
     ASSERT_NE(pInfo, nullptr);
-    const auto& setSkill = pInfo->setEntry[MONSTER_SPEAK_SKILL];
+    const auto& setSkill = pInfo->setOccasion[MONSTER_SPEAK_SKILL].setEntry;
     ASSERT_EQ(setSkill.size(), 3u);
-    EXPECT_EQ(setSkill[0].strText, "two");
-    EXPECT_EQ(setSkill[1].strText, std::string(1023, 'y'));
-    EXPECT_EQ(setSkill[2].strText, "seven");
-    EXPECT_TRUE(pInfo->setEntry[MONSTER_SPEAK_DEAD].empty());
+    EXPECT_STREQ(setSkill[0].strText.c_str(), "two");  // in the string's own buffer
+    EXPECT_EQ(setSkill[0].strText.capacity(), 15u);
+    EXPECT_EQ(std::string(setSkill[1].strText.c_str(), setSkill[1].strText.size()), std::string(1023, 'y'));
+    EXPECT_EQ(setSkill[1].strText.capacity(), 1023u);  // on the heap
+    EXPECT_STREQ(setSkill[2].strText.c_str(), "seven");
+    EXPECT_TRUE(pInfo->setOccasion[MONSTER_SPEAK_DEAD].setEntry.empty());
 }
 
 // The client's queries by slot: 7 GetMonsterSpeak, 8 GetSpeakAmount,

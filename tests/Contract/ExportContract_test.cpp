@@ -3,6 +3,8 @@
 // its vtable slot index, never through the C++ headers.
 #include <dlfcn.h>
 
+#include <cstdlib>
+#include <cstring>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -55,15 +57,30 @@ protected:
 
     void* Table(void* pMgr, int nSlot) { return CallSlot<void*>(pMgr, nSlot); }
 
-    // The bare file name through slot 6; GCC passes the result's address
-    // ahead of the object.
+    // The bare file name through slot 6, as the client's compiler returns a
+    // string: the object first, then the storage for the result, whose
+    // address comes back. The string is the client's: a 16-byte buffer or a
+    // heap pointer, the size, the capacity.
     std::string FileNameOf(void* pTable)
     {
-        using Fn = void (*)(std::string*, void*);
+        struct ClientString {
+            union {
+                char buf[16];
+                char* ptr;
+            } bx;
+            std::size_t nSize;
+            std::size_t nCapacity;
+        };
+        using Fn = ClientString* (*)(void*, ClientString*);
         void** pVtable = *static_cast<void***>(pTable);
-        std::string strName;
-        strName.~basic_string();
-        reinterpret_cast<Fn>(pVtable[kTableGetFileName])(&strName, pTable);
+        ClientString result;
+        std::memset(&result, 0xCD, sizeof(result));
+        EXPECT_EQ(reinterpret_cast<Fn>(pVtable[kTableGetFileName])(pTable, &result), &result);
+        const bool bHeap = result.nCapacity >= 16;
+        std::string strName(bHeap ? result.bx.ptr : result.bx.buf, result.nSize);
+        EXPECT_EQ(std::strlen(bHeap ? result.bx.ptr : result.bx.buf), result.nSize);
+        if (bHeap)
+            std::free(result.bx.ptr);  // a short block: freed as the runtime frees
         return strName;
     }
 

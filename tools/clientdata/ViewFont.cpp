@@ -18,7 +18,8 @@ void FontRecord(CClientDataMgr& mgr, ViewRecord& record)
     record.AddText("GUIFontFile", font.GetGUIFontFile());
     record.AddInt("ChatFontSize", font.GetChatFontSize());
     record.AddText("ChatFontFile", font.GetChatFontFile());
-    record.AddText("DefaultFontName", static_cast<const char*>(font.GetDefaultFontName()));
+    CZelString strDefaultFont;  // empty: taken as raw storage without a leak
+    record.AddText("DefaultFontName", static_cast<const char*>(*font.GetDefaultFontName(&strDefaultFont)));
     record.AddInt("DefaultFontValue", font.GetDefaultFontValue());
 }
 

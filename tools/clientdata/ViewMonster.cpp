@@ -78,12 +78,13 @@ void SpeakRecord(uint32_t nId, const MonsterSpeakInfo& info, ViewRecord& record)
     record.AddInt("Id", nId);
     for (const auto& occasion : kOccasions) {
         const std::string strWord = occasion.szWord;
-        const std::vector<MonsterSpeakEntry>& setEntry = info.setEntry[occasion.nOccasion];
-        record.AddInt((strWord + "Probability").c_str(), info.nProbability[occasion.nOccasion]);
-        record.AddInt((strWord + "DefaultShare").c_str(), info.nDefaultShare[occasion.nOccasion]);
+        const MonsterSpeakLines& lines = info.setOccasion[occasion.nOccasion];
+        const CClientArray<MonsterSpeakEntry>& setEntry = lines.setEntry;
+        record.AddInt((strWord + "Probability").c_str(), lines.nProbability);
+        record.AddInt((strWord + "DefaultShare").c_str(), lines.nDefaultShare);
         record.AddInt((strWord + "Amount").c_str(), static_cast<long long>(setEntry.size()));
         for (std::size_t i = 0; i < setEntry.size(); ++i) {
-            record.AddText((strWord + std::to_string(i)).c_str(), setEntry[i].strText);
+            record.AddText((strWord + std::to_string(i)).c_str(), setEntry[i].strText.c_str());
             record.AddInt((strWord + "Probability" + std::to_string(i)).c_str(), setEntry[i].nProbability);
         }
     }
