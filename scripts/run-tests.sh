@@ -5,7 +5,7 @@
 #   SANITIZE   ON for an AddressSanitizer + UndefinedBehaviorSanitizer build
 set -euo pipefail
 cd "$(dirname "$0")/.."
-bash scripts/deps.sh
+bash scripts/deps.sh clang
 build_dir=${BUILD_DIR:-build}
 cmake -S . -B "$build_dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo \
       -DCLIENTDATA_SANITIZE="${SANITIZE:-OFF}" -DCMAKE_COMPILE_WARNING_AS_ERROR=ON >/dev/null

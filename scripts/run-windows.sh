@@ -8,7 +8,7 @@
 set -euo pipefail
 cd "$(dirname "$0")/.."
 root=$PWD
-bash scripts/deps.sh g++-mingw-w64-x86-64 g++-mingw-w64-i686 wine64
+bash scripts/deps.sh g++-mingw-w64-x86-64 g++-mingw-w64-i686 wine64 clang lld
 
 build_type=${WINDOWS_BUILD_TYPE:-Release}
 win64=$root/build-win64
@@ -80,6 +80,46 @@ check_callee() {
   printf '  %-58s %s\n' "$shown" "$pop"
 }
 
+# The client built as the real one is: clang for the Microsoft C++ ABI, no C
+# runtime, linked by lld-link against MinGW's kernel32 import library. $1 is
+# the architecture (x86_64 or i686), $2 the output folder.
+build_msvc_client() {
+  local arch=$1 out=$2 machine=x64 extra=()
+  [ "$arch" = i686 ] && machine=x86 && extra=(/safeseh:no)
+  mkdir -p "$out"
+  clang++ --target="$arch-pc-windows-msvc" -std=c++17 -O1 -ffreestanding -fno-exceptions -fno-rtti \
+    -fno-stack-protector -mno-stack-arg-probe -Wall -Wextra -Werror \
+    -c "$root/tests/Contract/MsvcClient.cpp" -o "$out/MsvcClient.obj" || fail "MSVC-ABI client ($arch) compile"
+  lld-link /nologo /nodefaultlib /entry:ClientMain /subsystem:console /machine:$machine "${extra[@]}" \
+    /out:"$out/MsvcClient.exe" "$out/MsvcClient.obj" "/usr/$arch-w64-mingw32/lib/libkernel32.a" ||
+    fail "MSVC-ABI client ($arch) link"
+}
+
+# Runs the MSVC-ABI client with the DLL of $2 beside it, in a fresh folder
+# under $3; $1 is the Wine loader.
+run_msvc_client() {
+  local wine=$1 dll=$2 out=$3
+  rm -rf "$out/run" && mkdir -p "$out/run"
+  cp "$out/MsvcClient.exe" "$dll" "$out/run/"
+  (cd "$out/run" && "$wine" MsvcClient.exe) || fail "the MSVC-ABI client under $(basename "$wine")"
+}
+
+# The MSVC-ABI client's 32-bit calls to the slots that return a class by
+# value: the object in ECX, the result's address pushed, as the DLL's
+# functions (checked above) expect.
+check_msvc_caller() {
+  local listing=$out32/MsvcClient.dis slot offset
+  llvm-objdump -d --no-show-raw-insn "$out32/MsvcClient.exe" >"$listing"
+  for slot in 6 16; do
+    offset=$((slot * 4))
+    grep -B4 -E "calll\s+\*$offset\(%e[a-z]x\)" "$listing" | grep -q 'pushl' ||
+      fail "32-bit MSVC-ABI client: no pushed result address before slot $slot"
+    grep -B6 -E "calll\s+\*$offset\(%e[a-z]x\)" "$listing" | grep -qE ',\s*%ecx' ||
+      fail "32-bit MSVC-ABI client: slot $slot is not called with the object in ECX"
+    printf '  %-58s %s\n' "slot $slot (MSVC-ABI client)" "ecx, result address pushed"
+  done
+}
+
 # The 32-bit contract program calls through thiscall pointers: object into
 # ECX, arguments on the stack, and the stack not cleaned up by the caller.
 check_caller() {
@@ -130,6 +170,10 @@ check_callee "CClientDataMgr::LoadDeferList()" 'ret' this
 check_callee "CGenericTable::GetFieldInt(int, int, int)" 'ret$0xc' this
 check_callee "CGenericTable::GetValueText(int, char const*, char const*)" 'ret$0xc' this
 check_callee "CCommonIni::GetMaleFaceAmount()" 'ret' this
+check_callee "CDataTable::GetFileName(CClientString*)" 'ret$0x4' this
+check_callee "CFontSetting::GetDefaultFontName(CZelString*)" 'ret$0x4' this
+check_callee "CMagicData::CollectLearnable(unsigned int, unsigned int, CClientArray<MagicTypeInfo const*>*)" 'ret$0xc' this
+check_callee "CItemCategoryTable::GetCategoryIds(char const*, CClientArray<unsigned int>*)" 'ret$0x8' this
 check_callee "QueryClientDataMgr" 'ret' plain
 check_caller
 
@@ -163,6 +207,23 @@ if [ -x "$wine32" ]; then
   echo "identical to the Linux transcript"
 else
   echo "skipped: no 32-bit Wine here (the DLL is built and its exports and calls checked above)"
+fi
+
+out64=$win64/msvc-client
+out32=$win32/msvc-client
+step "MSVC-ABI client: build (x86-64 and x86)"
+build_msvc_client x86_64 "$out64"
+build_msvc_client i686 "$out32"
+check_msvc_caller
+
+step "MSVC-ABI client: x86-64 under Wine"
+run_msvc_client "$wine64" "$win64/ClientData/ClientData.dll" "$out64"
+
+step "MSVC-ABI client: x86 under Wine"
+if [ -x "$wine32" ]; then
+  run_msvc_client "$wine32" "$win32/ClientData/ClientData.dll" "$out32"
+else
+  echo "skipped: no 32-bit Wine here (the client is built, and its calls and the DLL's are checked above)"
 fi
 
 step "differential checks against the system (Wine)"
