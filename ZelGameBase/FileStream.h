@@ -38,8 +38,8 @@ private:
     bool Fill();
 
     CPlatformFile m_file;
-    uint64_t m_nBase = 0;        // file position of m_setBuffer[0]
-    std::size_t m_nAt = 0;       // next byte in the buffer
-    std::size_t m_nFilled = 0;   // bytes in the buffer
+    uint64_t m_nBase = 0;       // file position of m_setBuffer[0]
+    std::size_t m_nAt = 0;      // next byte in the buffer
+    std::size_t m_nFilled = 0;  // bytes in the buffer
     unsigned char m_setBuffer[16384];
 };

@@ -54,8 +54,8 @@ TEST_F(PlatformTest, FindFirstFileMatchesPatternsWithoutCase)
         bool bFound;
         const char* szName;
     } kCases[] = {
-        {"font", "*.ttf", true, "b.TTF"}, {"font", "B.*", true, "b.TTF"}, {"font", "?.txt", true, "c.txt"},
-        {"font", "*.png", false, ""},     {"missing", "*", false, ""},    {"font", nullptr, false, ""},
+        {"font", "*.ttf", true, "b.TTF"},  {"font", "B.*", true, "b.TTF"}, {"font", "?.txt", true, "c.txt"},
+        {"font", "*.png", false, ""},      {"missing", "*", false, ""},    {"font", nullptr, false, ""},
         {"other", "*.TTF", true, "Z.ttf"},
     };
     for (const auto& c : kCases) {
