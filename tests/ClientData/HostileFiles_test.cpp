@@ -471,8 +471,8 @@ TEST_F(HostileFilesTest, LargeFilesLoadInBoundedMemory)
 {
     const uint64_t nMiB = static_cast<uint64_t>(EnvNumber("CLIENTDATA_LARGE_FILE_MIB", 64));
     const uint64_t nSize = nMiB << 20;
-    // Each file holds its usual content and then nSize bytes that the table
-    // reads past or keeps only in part.
+    // Each file holds nSize bytes that the table reads through to its usual
+    // content, reads past or keeps only in part.
     const auto Filler = [nSize](const std::string& strLine) {
         std::string strText;
         strText.reserve(nSize + strLine.size());
@@ -485,8 +485,8 @@ TEST_F(HostileFilesTest, LargeFilesLoadInBoundedMemory)
         std::function<std::string()> content;
         bool bStreamed;  // read through one buffer: memory independent of the size
     } kCases[] = {
-        {"ini/Font.ini", [&] { return kFontIni + Filler("; padding line of the font list\n"); }, true},
-        {"ini/FontSetting.ini", [&] { return kFontSetting + Filler("Padding=0\n"); }, true},
+        {"ini/Font.ini", [&] { return Filler("; a comment before the font list\n") + kFontIni; }, true},
+        {"ini/FontSetting.ini", [&] { return Filler("; a comment before the settings\n") + kFontSetting; }, true},
         {"str.ini", [&] { return Filler("12=a text resource line\n"); }, true},
         {"ini/Monster.dat", [&] { return "[7]\nName=" + Filler("w") + "\n[8]\nName=Bear\n"; }, false},
         {"ini/ItemType.dat", [&] { return "Amount=2\n" + ItemLine(1, "a") + ItemLine(2, Filler("n")); }, false},
