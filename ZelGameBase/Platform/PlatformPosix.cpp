@@ -48,10 +48,15 @@ bool MatchPattern(const char* szPattern, const char* szName)
 // otherwise wait forever) and keeps it only when it is a regular file.
 int RegularFileOpen(const char* szPath, uint64_t* pnSize)
 {
-    const int fd = open(NativePath(szPath).c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    const std::string strPath = NativePath(szPath);
+    struct stat info;
+    // A device is not even opened (opening some has effects of its own); the
+    // check on the open descriptor below is the one that counts.
+    if (stat(strPath.c_str(), &info) != 0 || !S_ISREG(info.st_mode))
+        return -1;
+    const int fd = open(strPath.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
     if (fd < 0)
         return -1;
-    struct stat info;
     if (fstat(fd, &info) != 0 || !S_ISREG(info.st_mode) || info.st_size < 0) {
         close(fd);
         return -1;
