@@ -276,7 +276,8 @@ protected:
     }
 };
 
-// Every file of the specified tables, the lists and one generic table.
+// Every file of the tables with loaders of their own, the lists and one
+// generic table.
 const char* const kDataFiles[] = {
     "DeferList.dat",
     "str.ini",
