@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "ZelGameBase/AllocationTry.h"
 #include "ZelGameBase/DataFileReader.h"
 
 namespace {
@@ -62,21 +63,23 @@ VersionQueryFn CClientDataMgr::GetVersionQuery() { return m_pfnVersionQuery; }
 
 void CClientDataMgr::LoadDeferList()
 {
-    const std::vector<std::string> setName = ReadDeferList();
-    if (setName.empty())
+    std::vector<std::string> setName;
+    if (!AllocationTry([&setName] { setName = ReadDeferList(); }) || setName.empty())
         return;
     TableRegistry* pRegistry = TableRegistry::Get();
     if (pRegistry == nullptr)
         return;
     for (CDataTable* pTable : pRegistry->Tables()) {
-        const CClientString strTableName = TableFileName(*pTable);
-        const std::string strFileName = LowerAscii(std::string(strTableName.c_str(), strTableName.size()));
-        for (const std::string& strName : setName) {
-            if (strName == strFileName) {
-                pTable->SetDefer();
-                break;
+        AllocationTry([&] {
+            const CClientString strTableName = TableFileName(*pTable);
+            const std::string strFileName = LowerAscii(std::string(strTableName.c_str(), strTableName.size()));
+            for (const std::string& strName : setName) {
+                if (strName == strFileName) {
+                    pTable->SetDefer();
+                    break;
+                }
             }
-        }
+        });
     }
 }
 
@@ -103,8 +106,10 @@ void CClientDataMgr::ReloadDeferred(bool bDefer)
         if (pTable->IsDefer() != bDefer)
             continue;
         pTable->Clear();
-        pTable->BuildFilePath();
-        LoadTable(pTable);
+        // Out of memory for the path: the table stays empty. (A name without
+        // a dot still throws out_of_range, as the path rule requires.)
+        if (AllocationTry([pTable] { pTable->BuildFilePath(); }))
+            LoadTable(pTable);
     }
 }
 
@@ -144,7 +149,9 @@ void CClientDataMgr::LoadTable(CDataTable* pTable)
 {
     if (m_pfnLoadObserver != nullptr)
         m_pfnLoadObserver(pTable, m_pLoadObserverContext);
-    pTable->Load();
+    // A table whose containers run out of memory stops where it was and the
+    // walk goes on: no allocation failure reaches the client.
+    AllocationTry([pTable] { pTable->Load(); });
 }
 
 extern "C" CLIENTDATA_API IClientDataMgr* QueryClientDataMgr()

@@ -3,9 +3,10 @@
 #include <cstring>
 #include <new>
 #include <string>
-#include <vector>
 
+#include "ZelGameBase/AllocationTry.h"
 #include "ZelGameBase/DataFileReader.h"
+#include "ZelGameBase/FileStream.h"
 #include "ZelGameBase/Platform/Platform.h"
 #include "ZelGameBase/ZelCommon.h"
 #include "ZelGameBase/ZelCrt.h"
@@ -37,29 +38,46 @@ struct FontSection {
     int nKeyAmount = 0;
 };
 
-std::vector<FontSection> ReadFontSections(const std::string& strImage)
+// Finds the default font's section: the first section after the list's head
+// that holds a key line, provided the head holds one. The file is read as a
+// stream and only as far as the answer needs, so that its size does not
+// matter; a line of 1024 bytes or more ends the reading, as it ends the
+// in-memory reader's.
+bool FindDefaultFontSection(const char* szPath, FontSection& found)
 {
-    std::vector<FontSection> setSection;
-    const unsigned nLength = static_cast<unsigned>(strImage.size());
-    unsigned nPos = 0;
+    CFileStream stream;
+    if (!stream.Open(szPath))
+        return false;
+    FontSection head;
+    FontSection current;
+    int nSection = 0;
     char szLine[1024];
-    while (MemIniReadLine(strImage.data(), nLength, &nPos, szLine, sizeof(szLine))) {
+    while (StreamIniReadLine(stream, szLine, sizeof(szLine))) {
         const std::size_t nLineLen = std::strlen(szLine);
         if (szLine[0] == '[' && nLineLen >= 2 && szLine[nLineLen - 1] == ']') {
-            setSection.emplace_back();
-            setSection.back().strTitle.assign(szLine + 1, nLineLen - 2);
+            if (nSection == 1 && head.nKeyAmount == 0)
+                return false;
+            if (nSection > 1 && current.nKeyAmount > 0)
+                break;
+            ++nSection;
+            current = FontSection();
+            current.strTitle.assign(szLine + 1, nLineLen - 2);
             continue;
         }
         const char* szEqual = std::strchr(szLine, '=');
         const bool bComment = szLine[0] == ';' || (szLine[0] == '/' && szLine[1] == '/');
-        if (setSection.empty() || szEqual == nullptr || szEqual == szLine || bComment)
+        if (nSection == 0 || szEqual == nullptr || szEqual == szLine || bComment)
             continue;
-        FontSection& section = setSection.back();
+        FontSection& section = nSection == 1 ? head : current;
         if (section.nKeyAmount < 2)
             section.strKey[section.nKeyAmount].assign(szLine, static_cast<std::size_t>(szEqual - szLine));
-        ++section.nKeyAmount;
+        if (++section.nKeyAmount == 2 && nSection > 1)
+            break;  // both keys are known
     }
-    return setSection;
+    if (head.nKeyAmount == 0 || nSection < 2 || current.nKeyAmount == 0)
+        return false;
+    found = std::move(current);
+    return true;
 }
 
 }  // namespace
@@ -113,6 +131,8 @@ void CFontSetting::ReadSettings()
 
     m_nLoadedAmount = 0;
     CDataFileReader reader;
+    // Only the first lines are settings: the rest of the file is not read.
+    reader.SetRecordLimit(static_cast<int>(sizeof(kSettings) / sizeof(kSettings[0])));
     // The line feed never stands inside a line: every record is one whole line.
     if (!reader.Open(kSettingFile, 0, '\n')) {
         LogSave("error on open %s.", kSettingFile);
@@ -164,28 +184,17 @@ void CFontSetting::FindFontFiles(const char* szCurrentDir)
 
 void CFontSetting::ReadDefaultFont()
 {
-    std::string strImage;
-    if (!PlatformReadFile(kFontFile, strImage))
+    FontSection section;
+    bool bFound = false;
+    if (!AllocationTry([&] { bFound = FindDefaultFontSection(kFontFile, section); }) || !bFound)
         return;
-    const std::vector<FontSection> setSection = ReadFontSections(strImage);
-    if (setSection.empty() || setSection[0].nKeyAmount == 0)
-        return;
-    const unsigned nLength = static_cast<unsigned>(strImage.size());
-    for (std::size_t i = 1; i < setSection.size(); ++i) {
-        const FontSection& section = setSection[i];
-        if (section.nKeyAmount == 0)
-            continue;
-        char szName[256] = "";
-        MemIniStrGet(strImage.data(), nLength, section.strTitle.c_str(), section.strKey[0].c_str(), szName, 0,
-                     sizeof(szName));
-        int nValue = 0;
-        if (section.nKeyAmount > 1)
-            MemIniDataGet(strImage.data(), nLength, section.strTitle.c_str(), section.strKey[1].c_str(), &nValue,
-                          0);
-        m_strDefaultFontName = szName;
-        m_nDefaultFontValue = nValue;
-        return;
-    }
+    char szName[256] = "";
+    FileIniStrGet(kFontFile, section.strTitle.c_str(), section.strKey[0].c_str(), szName, 0, sizeof(szName));
+    int nValue = 0;
+    if (section.nKeyAmount > 1)
+        FileIniDataGet(kFontFile, section.strTitle.c_str(), section.strKey[1].c_str(), &nValue, 0);
+    m_strDefaultFontName = szName;
+    m_nDefaultFontValue = nValue;
 }
 
 const char* CFontSetting::GetGUIFontFile() { return m_strGUIFontFile; }

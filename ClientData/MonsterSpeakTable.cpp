@@ -4,6 +4,7 @@
 #include <new>
 
 #include "ClientData/SectionKeys.h"
+#include "ZelGameBase/AllocationTry.h"
 #include "ZelGameBase/ZelCommon.h"
 #include "ZelGameBase/ZelCrt.h"
 
@@ -98,9 +99,8 @@ void CMonsterSpeakTable::Load()
         if (m_mapInfo.count(nId) != 0)
             continue;  // the first section of an id stays
         std::unique_ptr<MonsterSpeakInfo> pInfo = SpeakInfoRead(reader, nSection);
-        if (pInfo == nullptr)
+        if (pInfo == nullptr || !AllocationTry([&] { m_mapInfo.emplace(nId, std::move(pInfo)); }))
             break;  // out of memory: the records read so far stay
-        m_mapInfo.emplace(nId, std::move(pInfo));
     }
 }
 

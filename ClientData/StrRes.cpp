@@ -1,10 +1,10 @@
 #include "ClientData/StrRes.h"
 
-#include <cstdio>
 #include <cstring>
 #include <mutex>
 
-#include "ZelGameBase/Platform/Platform.h"
+#include "ZelGameBase/AllocationTry.h"
+#include "ZelGameBase/FileStream.h"
 #include "ZelGameBase/ZelCrt.h"
 #include "ZelGameBase/ZelGameBase.h"
 
@@ -31,15 +31,15 @@ CStrRes::~CStrRes()
 
 void CStrRes::Load(const char* szPath)
 {
-    FILE* pFile = PlatformOpenFile(szPath, "r");
-    if (pFile == nullptr) {
+    CFileStream stream;
+    if (!stream.Open(szPath)) {
         LogMsgSave("can't open file:%s", szPath);
         return;
     }
     char szLine[1024];
     for (;;) {
         std::memset(szLine, 0, sizeof(szLine));
-        if (std::fgets(szLine, sizeof(szLine), pFile) == nullptr)
+        if (!stream.ReadLine(szLine, sizeof(szLine)))
             break;
         std::size_t nLength = std::strlen(szLine);
         if (nLength > 0 && szLine[nLength - 1] == '\n')
@@ -50,9 +50,10 @@ void CStrRes::Load(const char* szPath)
         if (pEqual == nullptr)
             continue;
         *pEqual = '\0';
-        m_mapText[static_cast<uint32_t>(CrtAtoi(szLine))] = pEqual + 1;
+        // Out of memory: the texts stored so far stay.
+        if (!AllocationTry([&] { m_mapText[static_cast<uint32_t>(CrtAtoi(szLine))] = pEqual + 1; }))
+            break;
     }
-    std::fclose(pFile);
 }
 
 const char* CStrRes::Get(uint32_t nId) const

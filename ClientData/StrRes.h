@@ -19,7 +19,8 @@ public:
     // feed is removed (a carriage return before it stays); lines starting with
     // ";" or holding no "=" are skipped; the id is atoi of what stands before
     // the first "=", the text is the whole rest. A missing file logs
-    // "can't open file:%s" and changes nothing.
+    // "can't open file:%s" and changes nothing; so does a file that is no
+    // regular file. The file is read up to its size when opened.
     void Load(const char* szPath);
     // The text of nId, or the empty text. Valid until the next Load.
     const char* Get(uint32_t nId) const;

@@ -1,8 +1,12 @@
 #include "ZelGameBase/DataFileReader.h"
 
+#include <climits>
 #include <cstdarg>
+#include <cstdio>
 #include <cstring>
 
+#include "ZelGameBase/AllocationTry.h"
+#include "ZelGameBase/FileStream.h"
 #include "ZelGameBase/Platform/Platform.h"
 #include "ZelGameBase/ZelCrt.h"
 
@@ -39,10 +43,6 @@ void CDataRow::Split(const char* szLine, char cSeparator)
 
 void CDataFileReader::Close()
 {
-    if (m_pFile != nullptr) {
-        std::fclose(m_pFile);
-        m_pFile = nullptr;
-    }
     m_strImage.clear();
     m_strImage.shrink_to_fit();
     m_nPosition = 0;
@@ -52,49 +52,43 @@ void CDataFileReader::Close()
 bool CDataFileReader::Open(const char* szName, int nMode, char cSeparator)
 {
     Close();
-    if (nMode == 0) {
-        m_pFile = PlatformOpenFile(szName, "rb");
-        if (m_pFile == nullptr)
-            return false;
-    } else if (nMode == 1) {
+    if (nMode == 1) {
         if (!PlatformReadFile(szName, m_strImage))
             return false;
-    } else {
+        ReadImage(cSeparator);
+        return true;
+    }
+    if (nMode != 0)
         return false;
-    }
-    m_nMode = nMode;
-
+    CFileStream stream;
+    if (!stream.Open(szName))
+        return false;
     char szLine[kLineBufferSize] = {};
-    while (ReadLine(szLine, kLineBufferSize))
-        AddLine(szLine, cSeparator);
-
-    // The source is done with; only the records stay.
-    if (m_pFile != nullptr) {
-        std::fclose(m_pFile);
-        m_pFile = nullptr;
+    while (stream.ReadLine(szLine, kLineBufferSize) && AddLine(szLine, cSeparator)) {
     }
-    m_strImage.clear();
-    m_strImage.shrink_to_fit();
     return true;
 }
 
 void CDataFileReader::OpenImage(std::string&& strImage, char cSeparator)
 {
     Close();
-    m_nMode = 1;
     m_strImage = std::move(strImage);
+    ReadImage(cSeparator);
+}
+
+// Splits the image into records; only the records stay.
+void CDataFileReader::ReadImage(char cSeparator)
+{
     char szLine[kLineBufferSize] = {};
-    while (ReadLine(szLine, kLineBufferSize))
-        AddLine(szLine, cSeparator);
+    while (ReadImageLine(szLine, kLineBufferSize) && AddLine(szLine, cSeparator)) {
+    }
     m_strImage.clear();
     m_strImage.shrink_to_fit();
 }
 
 // One piece of at most nSize - 1 characters, ending after its line feed.
-bool CDataFileReader::ReadLine(char* szLine, int nSize)
+bool CDataFileReader::ReadImageLine(char* szLine, int nSize)
 {
-    if (m_nMode == 0)
-        return std::fgets(szLine, nSize, m_pFile) != nullptr;
     std::memset(szLine, 0, static_cast<std::size_t>(nSize));
     int nCopied = 0;
     while (nCopied < nSize - 1 && m_nPosition < m_strImage.size()) {
@@ -106,23 +100,30 @@ bool CDataFileReader::ReadLine(char* szLine, int nSize)
     return nCopied > 0;
 }
 
-void CDataFileReader::AddLine(char* szLine, char cSeparator)
+bool CDataFileReader::AddLine(char* szLine, char cSeparator)
 {
+    if (m_nRecordLimit >= 0 && m_setRow.size() >= static_cast<std::size_t>(m_nRecordLimit))
+        return false;
     const char cFirst = szLine[0];
     if (cFirst == '\0' || cFirst == ';' || cFirst == '\n' || cFirst == '\r')
-        return;
+        return true;
     if (cFirst == '/' && szLine[1] == '/')
-        return;
+        return true;
     std::size_t nLength = std::strlen(szLine);
     if (nLength > 0 && szLine[nLength - 1] == '\n')
         szLine[--nLength] = '\0';
     if (nLength > 0 && szLine[nLength - 1] == '\r')
         szLine[--nLength] = '\0';
     if (nLength == 0)
-        return;
-    auto pRow = std::make_unique<CDataRow>();
-    pRow->Split(szLine, cSeparator);
-    m_setRow.push_back(std::move(pRow));
+        return true;
+    // The row count is an int to the tables.
+    if (m_setRow.size() >= static_cast<std::size_t>(INT_MAX))
+        return false;
+    return AllocationTry([&] {
+        auto pRow = std::make_unique<CDataRow>();
+        pRow->Split(szLine, cSeparator);
+        m_setRow.push_back(std::move(pRow));
+    });
 }
 
 const CDataRow* CDataFileReader::GetRecord(int nIndex) const

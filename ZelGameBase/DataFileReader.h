@@ -7,7 +7,6 @@
 // each read as a line of its own.
 #pragma once
 
-#include <cstdio>
 #include <memory>
 #include <string>
 #include <vector>
@@ -42,12 +41,17 @@ public:
     // Reads szName (relative to the working directory) in nMode 0 (stream) or
     // 1 (whole-file image); both give the same records. False with no records
     // when the file cannot be opened or, in mode 1, read whole; nothing is
-    // logged (the caller logs).
+    // logged (the caller logs). Only a regular file opens, read up to its
+    // size at open. Running out of memory ends the reading: the records read
+    // so far stay and Open still returns true.
     bool Open(const char* szName, int nMode, char cSeparator);
     // Reads the records of a file image already in memory, as mode 1 does.
     void OpenImage(std::string&& strImage, char cSeparator);
     // Drops the source and every record.
     void Close();
+    // Open stops reading after nLimit records (a negative limit, the default,
+    // reads every line): for callers that use only the first lines.
+    void SetRecordLimit(int nLimit) { m_nRecordLimit = nLimit; }
 
     int GetRecordAmount() const { return static_cast<int>(m_setRow.size()); }
     // The row at nIndex in file order, null out of range. Valid while the
@@ -60,13 +64,14 @@ public:
     void SetErrorReport(bool bReport) { m_bErrorReport = bReport; }
 
 private:
-    bool ReadLine(char* szLine, int nSize);
-    void AddLine(char* szLine, char cSeparator);
+    void ReadImage(char cSeparator);
+    bool ReadImageLine(char* szLine, int nSize);
+    // False when the reading has to stop: the limit is reached or memory ran out.
+    bool AddLine(char* szLine, char cSeparator);
 
-    FILE* m_pFile = nullptr;      // mode 0
     std::string m_strImage;       // mode 1
     std::size_t m_nPosition = 0;  // mode 1 read position
-    int m_nMode = 0;
+    int m_nRecordLimit = -1;
     bool m_bErrorReport = true;
     std::vector<std::unique_ptr<CDataRow>> m_setRow;
 };

@@ -26,26 +26,29 @@ unsigned char RotateRight(unsigned char c, unsigned nBits)
     return static_cast<unsigned char>((c >> nBits) | (c << ((8 - nBits) & 7)));
 }
 
-// Reads szPath whole in binary mode into a new buffer. An empty file gives a
-// null buffer of size 0. False for a missing file, one of 2 GiB or more, a
-// failed allocation or a short read.
+// Reads szPath whole in binary mode into a new buffer, up to its size at
+// open. An empty file gives a null buffer of size 0. False for a missing file
+// or one that is no regular file, one of 2 GiB or more, a failed allocation
+// or a short read.
 bool FileReadWhole(const char* szPath, std::unique_ptr<unsigned char[]>& pData, int32_t& nSize)
 {
-    FILE* pFile = PlatformOpenFile(szPath, "rb");
-    if (pFile == nullptr)
+    CPlatformFile file;
+    if (!file.Open(szPath) || file.GetSize() > INT_MAX)
         return false;
-    long nLength = -1;
-    if (std::fseek(pFile, 0, SEEK_END) == 0)
-        nLength = std::ftell(pFile);
-    bool bRead = nLength >= 0 && nLength <= INT_MAX && std::fseek(pFile, 0, SEEK_SET) == 0;
-    if (bRead && nLength > 0) {
-        pData.reset(new (std::nothrow) unsigned char[static_cast<std::size_t>(nLength)]);
-        bRead = pData != nullptr && std::fread(pData.get(), static_cast<std::size_t>(nLength), 1, pFile) == 1;
-    }
-    std::fclose(pFile);
-    if (!bRead) {
-        pData.reset();
-        return false;
+    const std::size_t nLength = static_cast<std::size_t>(file.GetSize());
+    if (nLength > 0) {
+        pData.reset(new (std::nothrow) unsigned char[nLength]);
+        std::size_t nDone = 0;
+        while (pData != nullptr && nDone < nLength) {
+            const int64_t nRead = file.Read(pData.get() + nDone, nLength - nDone);
+            if (nRead <= 0)
+                break;
+            nDone += static_cast<std::size_t>(nRead);
+        }
+        if (nDone != nLength) {
+            pData.reset();
+            return false;
+        }
     }
     nSize = static_cast<int32_t>(nLength);
     return true;

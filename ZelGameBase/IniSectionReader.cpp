@@ -1,8 +1,10 @@
 #include "ZelGameBase/IniSectionReader.h"
 
 #include <algorithm>
+#include <climits>
 #include <cstring>
 
+#include "ZelGameBase/AllocationTry.h"
 #include "ZelGameBase/Platform/Platform.h"
 #include "ZelGameBase/ZelCrt.h"
 
@@ -35,22 +37,24 @@ uint32_t HashNoCase(std::string_view text)
     return nHash;
 }
 
-// Reads the file as a stream, chunk by chunk.
+// Reads the file as a stream, chunk by chunk, up to its size at open.
 bool ReadStream(const char* szPath, std::string& strText)
 {
     strText.clear();
-    FILE* pFile = PlatformOpenFile(szPath, "rb");
-    if (pFile == nullptr)
+    CPlatformFile file;
+    if (!file.Open(szPath))
         return false;
     char buffer[16384];
-    std::size_t nRead;
-    while ((nRead = std::fread(buffer, 1, sizeof(buffer), pFile)) > 0)
-        strText.append(buffer, nRead);
-    const bool bOk = std::ferror(pFile) == 0;
-    std::fclose(pFile);
-    if (!bOk)
+    int64_t nRead;
+    bool bOk = true;
+    while (bOk && (nRead = file.Read(buffer, sizeof(buffer))) > 0)
+        bOk = AllocationTry([&] { strText.append(buffer, static_cast<std::size_t>(nRead)); });
+    if (!bOk || nRead < 0) {
         strText.clear();
-    return bOk;
+        strText.shrink_to_fit();
+        return false;
+    }
+    return true;
 }
 
 }  // namespace
@@ -62,15 +66,21 @@ bool CIniSectionReader::Open(const char* szPath, int nFlag)
     const bool bRead = nFlag == 0 ? ReadStream(szPath, strText) : PlatformReadFile(szPath, strText);
     if (!bRead)
         return false;
-    OpenText(std::move(strText));
-    return true;
+    return IndexText(std::move(strText));
 }
 
-void CIniSectionReader::OpenText(std::string&& strText)
+void CIniSectionReader::OpenText(std::string&& strText) { IndexText(std::move(strText)); }
+
+bool CIniSectionReader::IndexText(std::string&& strText)
 {
     Close();
     m_strText = std::move(strText);
-    Index();
+    // Out of memory while indexing: the reader is left empty, as for a file
+    // that could not be read.
+    if (AllocationTry([this] { Index(); }))
+        return true;
+    Close();
+    return false;
 }
 
 void CIniSectionReader::Close()
@@ -97,7 +107,10 @@ void CIniSectionReader::Index()
     m_setSection.reserve(static_cast<std::size_t>(std::count(pText, pText + nSize, '[')));
     m_setEntry.reserve(static_cast<std::size_t>(std::count(pText, pText + nSize, '=')));
     std::size_t nAt = 0;
-    while (nAt < nSize) {
+    // Sections and entries are counted in 32 bits; a file with more lines
+    // than that is indexed up to there.
+    const std::size_t kMaxAmount = INT_MAX;
+    while (nAt < nSize && m_setSection.size() < kMaxAmount && m_setEntry.size() < kMaxAmount) {
         std::size_t nEnd = nAt;
         while (nEnd < nSize && pText[nEnd] != '\n' && pText[nEnd] != '\r')
             ++nEnd;

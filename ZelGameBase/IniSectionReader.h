@@ -20,7 +20,9 @@
 class CIniSectionReader {
 public:
     // nFlag 0 reads the file as a stream, 1 as one whole-file image; the
-    // results are identical. False (and empty) when the file cannot be read.
+    // results are identical. False (and empty) when the file cannot be read
+    // (only a regular file is read, up to its size at open) or its index
+    // does not fit in memory.
     bool Open(const char* szPath, int nFlag);
     // Indexes a text already in memory.
     void OpenText(std::string&& strText);
@@ -63,6 +65,7 @@ private:
     // Sections with more keys than this are searched through sorted hashes.
     static constexpr uint32_t kLinearKeyAmount = 48;
 
+    bool IndexText(std::string&& strText);
     void Index();
     bool KeysUnique(const Section& section) const;
     void IndexLine(std::string_view line);

@@ -5,6 +5,7 @@
 #include <cstring>
 #include <string>
 
+#include "ZelGameBase/FileStream.h"
 #include "ZelGameBase/Platform/Platform.h"
 #include "ZelGameBase/ZelCrt.h"
 #include "ZelGameBase/ZelGameBase.h"
@@ -77,29 +78,28 @@ bool HoldsSectionBrackets(const char* szText)
     return std::strrchr(szText, '[') != nullptr && std::strrchr(szText, ']') != nullptr;
 }
 
-// Blank-separated tokens of a file image, at most 1023 characters each (the
-// rest of a longer run is the next token).
+// Blank-separated tokens of a file read as a stream, at most 1023 characters
+// each (the rest of a longer run is the next token).
 class CTokenReader {
 public:
-    explicit CTokenReader(const std::string& text) : m_text(text) {}
+    explicit CTokenReader(CFileStream& stream) : m_stream(stream) {}
 
     bool Next(char* szToken, std::size_t nSize)
     {
         std::memset(szToken, 0, nSize);
-        while (m_nAt < m_text.size() && CrtIsSpace(static_cast<unsigned char>(m_text[m_nAt])))
-            ++m_nAt;
-        if (m_nAt >= m_text.size())
+        int c;
+        while ((c = m_stream.Peek()) >= 0 && CrtIsSpace(static_cast<unsigned char>(c)))
+            m_stream.Get();
+        if (c < 0)
             return false;
         std::size_t nCopied = 0;
-        while (m_nAt < m_text.size() && nCopied + 1 < nSize &&
-               !CrtIsSpace(static_cast<unsigned char>(m_text[m_nAt])))
-            szToken[nCopied++] = m_text[m_nAt++];
+        while (nCopied + 1 < nSize && (c = m_stream.Peek()) >= 0 && !CrtIsSpace(static_cast<unsigned char>(c)))
+            szToken[nCopied++] = static_cast<char>(m_stream.Get());
         return true;
     }
 
 private:
-    const std::string& m_text;
-    std::size_t m_nAt = 0;
+    CFileStream& m_stream;
 };
 
 void ReportNotFound(int bLogFile, const char* szMessage)
@@ -113,8 +113,9 @@ void ReportNotFound(int bLogFile, const char* szMessage)
 int IniValueGet(const char* szIniFile, const char* szTitle, const char* szSubtitle, const ValueTarget& target,
                 int bLogFile)
 {
-    std::string strText;
-    if (!PlatformReadFile(szIniFile, strText))
+    // Read as a stream: a scan costs one buffer, however large the file.
+    CFileStream stream;
+    if (!stream.Open(szIniFile))
         return 0;
 
     char szSection[256];
@@ -124,7 +125,7 @@ int IniValueGet(const char* szIniFile, const char* szTitle, const char* szSubtit
     char szKey[256];
     SafeSprintf(szKey, sizeof(szKey), "%s=%s\n", szSubtitle, target.szConversion);
 
-    CTokenReader tokens(strText);
+    CTokenReader tokens(stream);
     char szToken[1024];
     bool bFound = false;
     bool bInSection = false;
@@ -144,20 +145,22 @@ int IniValueGet(const char* szIniFile, const char* szTitle, const char* szSubtit
     return bFound ? 1 : 0;
 }
 
-int MemIniValueGet(const char* pImage, unsigned nLength, const char* szTitle, const char* szSubtitle,
-                   const ValueTarget& target, int bLogFile, const char* szCaller)
+// The line-wise lookup behind MemIni* and FileIni*; nextLine(szLine, nSize)
+// gives the next line as MemIniReadLine does.
+template <class NextLine>
+int IniLinesValueGet(NextLine nextLine, const char* szTitle, const char* szSubtitle, const ValueTarget& target,
+                     int bLogFile, const char* szCaller)
 {
     char szSection[256];
     SafeSprintf(szSection, sizeof(szSection), "[%s]", szTitle);
     char szKey[256];
     SafeSprintf(szKey, sizeof(szKey), "%s=%s", szSubtitle, target.szConversion);
 
-    unsigned nPos = 0;
     char szLine[1024];
     bool bInSection = false;
-    while (!bInSection && MemIniReadLine(pImage, nLength, &nPos, szLine, sizeof(szLine)))
+    while (!bInSection && nextLine(szLine, sizeof(szLine)))
         bInSection = CrtCompareNoCase(szLine, szSection) == 0;
-    while (bInSection && MemIniReadLine(pImage, nLength, &nPos, szLine, sizeof(szLine))) {
+    while (bInSection && nextLine(szLine, sizeof(szLine))) {
         if (HoldsSectionBrackets(szLine))
             break;
         if (ScanPattern(szLine, szKey, target) != SCAN_NO_MATCH)
@@ -167,6 +170,26 @@ int MemIniValueGet(const char* pImage, unsigned nLength, const char* szTitle, co
     SafeSprintf(szMessage, sizeof(szMessage), "Error: [%s] %s not found in %s.", szTitle, szSubtitle, szCaller);
     ReportNotFound(bLogFile, szMessage);
     return 0;
+}
+
+int MemIniValueGet(const char* pImage, unsigned nLength, const char* szTitle, const char* szSubtitle,
+                   const ValueTarget& target, int bLogFile, const char* szCaller)
+{
+    unsigned nPos = 0;
+    const auto nextLine = [&](char* szLine, unsigned nSize) {
+        return MemIniReadLine(pImage, nLength, &nPos, szLine, nSize);
+    };
+    return IniLinesValueGet(nextLine, szTitle, szSubtitle, target, bLogFile, szCaller);
+}
+
+int FileIniValueGet(const char* szPath, const char* szTitle, const char* szSubtitle, const ValueTarget& target,
+                    int bLogFile, const char* szCaller)
+{
+    CFileStream stream;
+    if (!stream.Open(szPath))
+        return 0;
+    const auto nextLine = [&](char* szLine, unsigned nSize) { return StreamIniReadLine(stream, szLine, nSize); };
+    return IniLinesValueGet(nextLine, szTitle, szSubtitle, target, bLogFile, szCaller);
 }
 
 }  // namespace
@@ -235,6 +258,32 @@ bool MemIniReadLine(const char* pImage, unsigned nLength, unsigned* pPos, char* 
     return nCopied < nOutSize;
 }
 
+bool StreamIniReadLine(CFileStream& stream, char* szOut, unsigned nOutSize)
+{
+    if (szOut == nullptr || nOutSize == 0 || stream.AtEnd())
+        return false;
+    unsigned nCopied = 0;
+    bool bEnded = false;
+    while (nCopied < nOutSize) {
+        const int c = stream.Get();
+        szOut[nCopied++] = static_cast<char>(c);
+        if (c == '\n' || stream.AtEnd()) {
+            bEnded = true;
+            break;
+        }
+    }
+    if (!bEnded) {
+        szOut[nOutSize - 1] = '\0';
+        return false;
+    }
+    // As over an image: the last real character of an unterminated last line
+    // is lost.
+    szOut[nCopied - 1] = '\0';
+    if (nCopied >= 2 && szOut[nCopied - 2] == '\r')
+        szOut[nCopied - 2] = '\0';
+    return nCopied < nOutSize;
+}
+
 int MemIniStrGet(const char* pImage, unsigned nLength, const char* szTitle, const char* szSubtitle, char* szData,
                  int bLogFile, int nDataSize)
 {
@@ -255,6 +304,27 @@ int MemIniDataGet(const char* pImage, unsigned nLength, const char* szTitle, con
     ValueTarget target;
     target.pInt = pData;
     return MemIniValueGet(pImage, nLength, szTitle, szSubtitle, target, bLogFile, "MemIniDataGet");
+}
+
+int FileIniStrGet(const char* szPath, const char* szTitle, const char* szSubtitle, char* szData, int bLogFile,
+                  int nDataSize)
+{
+    if (szPath == nullptr || szTitle == nullptr || szSubtitle == nullptr || szData == nullptr)
+        return 0;
+    ValueTarget target;
+    target.szConversion = "%s";
+    target.szText = szData;
+    target.nTextSize = nDataSize;
+    return FileIniValueGet(szPath, szTitle, szSubtitle, target, bLogFile, "MemIniStrGet");
+}
+
+int FileIniDataGet(const char* szPath, const char* szTitle, const char* szSubtitle, int* pData, int bLogFile)
+{
+    if (szPath == nullptr || szTitle == nullptr || szSubtitle == nullptr || pData == nullptr)
+        return 0;
+    ValueTarget target;
+    target.pInt = pData;
+    return FileIniValueGet(szPath, szTitle, szSubtitle, target, bLogFile, "MemIniDataGet");
 }
 
 bool SafeStrCopy(char* szOut, int nSize, const char* szSource)

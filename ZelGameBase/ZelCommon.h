@@ -8,7 +8,12 @@
 
 #include <cstddef>
 
+class CFileStream;
+
 // Reads [szTitle] szSubtitle=<int> from szIniFile.
+//
+// The file is read as a stream, up to its size when opened; only a regular
+// file is read.
 //
 // The file is a sequence of blank-separated tokens (at most 1023 characters
 // each). The section starts at the first token equal to "[szTitle]" (ASCII
@@ -57,6 +62,17 @@ int MemIniDataGet(const char* pImage, unsigned nLength, const char* szTitle, con
 // line), then drops a carriage return before it. False at the end of the
 // image or when the line did not fit.
 bool MemIniReadLine(const char* pImage, unsigned nLength, unsigned* pPos, char* szOut, unsigned nOutSize);
+
+// MemIniStrGet / MemIniDataGet over the file at szPath read as a stream
+// instead of one image: the same lines, answers and messages (they name
+// MemIniStrGet / MemIniDataGet), in one buffer's memory whatever the file's
+// size. 0 without a message when the file cannot be read.
+int FileIniStrGet(const char* szPath, const char* szTitle, const char* szSubtitle, char* szData, int bLogFile,
+                  int nDataSize = 1024);
+int FileIniDataGet(const char* szPath, const char* szTitle, const char* szSubtitle, int* pData, int bLogFile);
+// MemIniReadLine over a stream: the same line from the same bytes, the end of
+// the image being the end of the file.
+bool StreamIniReadLine(CFileStream& stream, char* szOut, unsigned nOutSize);
 
 // Copies at most nSize - 1 characters of szSource into szOut (zero-filling the
 // rest) and terminates at nSize - 1. False only for a null buffer or source.

@@ -4,6 +4,7 @@
 #include <cstring>
 #include <string>
 
+#include "ZelGameBase/AllocationTry.h"
 #include "ZelGameBase/Platform/Platform.h"
 
 namespace {
@@ -52,10 +53,13 @@ void LogWriteEntry(const char* szMessage)
                   static_cast<unsigned>(now.nMonth), static_cast<unsigned>(now.nDay));
     char szTime[32];
     CrtFormatCtime(now, szTime);
-    std::string strEntry;
-    strEntry.reserve(std::strlen(szMessage) + 32);
-    strEntry.append(szMessage).append(" -- ").append(szTime);
-    PlatformAppendText(szPath, strEntry.c_str());
+    // An entry that finds no memory is dropped like one that cannot be written.
+    AllocationTry([&] {
+        std::string strEntry;
+        strEntry.reserve(std::strlen(szMessage) + 32);
+        strEntry.append(szMessage).append(" -- ").append(szTime);
+        PlatformAppendText(szPath, strEntry.c_str());
+    });
 }
 
 void LogSaveV(const char* szFormat, va_list args)

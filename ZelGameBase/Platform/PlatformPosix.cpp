@@ -6,9 +6,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cerrno>
 #include <cstdlib>
+#include <cstring>
 #include <ctime>
 #include <mutex>
 
@@ -17,7 +17,6 @@
 
 namespace {
 
-std::atomic<unsigned long> g_nReadFileCount{0};
 std::mutex g_sinkLock;
 DebugSinkFn g_pfnDebugSink = nullptr;
 void* g_pDebugSinkContext = nullptr;
@@ -45,70 +44,76 @@ bool MatchPattern(const char* szPattern, const char* szName)
     return MatchPattern(szPattern + 1, szName + 1);
 }
 
-char ToUpper(char c) { return (c >= 'a' && c <= 'z') ? static_cast<char>(c - ('a' - 'A')) : c; }
-
-// NTFS name order: bytes compared with ASCII letters upper-cased; names equal
-// so fall back to plain byte order to stay deterministic.
-bool ListsBefore(const std::string& strA, const std::string& strB)
+// Opens szPath for reading without blocking (a FIFO without a writer would
+// otherwise wait forever) and keeps it only when it is a regular file.
+int RegularFileOpen(const char* szPath, uint64_t* pnSize)
 {
-    for (std::size_t i = 0; i < strA.size() && i < strB.size(); ++i) {
-        const unsigned char a = static_cast<unsigned char>(ToUpper(strA[i]));
-        const unsigned char b = static_cast<unsigned char>(ToUpper(strB[i]));
-        if (a != b)
-            return a < b;
+    const std::string strPath = NativePath(szPath);
+    struct stat info;
+    // A device is not even opened (opening some has effects of its own); the
+    // check on the open descriptor below is the one that counts.
+    if (stat(strPath.c_str(), &info) != 0 || !S_ISREG(info.st_mode))
+        return -1;
+    const int fd = open(strPath.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    if (fd < 0)
+        return -1;
+    if (fstat(fd, &info) != 0 || !S_ISREG(info.st_mode) || info.st_size < 0) {
+        close(fd);
+        return -1;
     }
-    return strA.size() != strB.size() ? strA.size() < strB.size() : strA < strB;
+    // Reads of a regular file never wait; blocking mode is restored only so
+    // that the descriptor behaves as any other file's.
+    const int nFlags = fcntl(fd, F_GETFL);
+    if (nFlags != -1)
+        fcntl(fd, F_SETFL, nFlags & ~O_NONBLOCK);
+    *pnSize = static_cast<uint64_t>(info.st_size);
+    return fd;
 }
 
 }  // namespace
+
+bool CPlatformFile::OpenRegular(const char* szPath)
+{
+    const int fd = RegularFileOpen(szPath, &m_nSize);
+    if (fd < 0)
+        return false;
+    m_hFile = fd;
+    return true;
+}
+
+int64_t CPlatformFile::ReadNative(void* pBuffer, std::size_t nSize)
+{
+    for (;;) {
+        const ssize_t nRead = read(static_cast<int>(m_hFile), pBuffer, nSize);
+        if (nRead >= 0 || errno != EINTR)
+            return nRead;
+    }
+}
+
+void CPlatformFile::Close()
+{
+    if (IsOpen())
+        close(static_cast<int>(m_hFile));
+    m_hFile = kClosed;
+    m_nSize = 0;
+    m_nPosition = 0;
+}
 
 FILE* PlatformOpenFile(const char* szPath, const char* szMode)
 {
     if (szPath == nullptr || szMode == nullptr)
         return nullptr;
-    const std::string strPath = NativePath(szPath);
-    struct stat info;
-    // fopen would open a directory for reading; Windows does not.
-    if (stat(strPath.c_str(), &info) == 0 && S_ISDIR(info.st_mode))
-        return nullptr;
-    return std::fopen(strPath.c_str(), szMode);
-}
-
-bool PlatformReadFile(const char* szPath, std::string& data)
-{
-    ++g_nReadFileCount;
-    data.clear();
-    if (szPath == nullptr)
-        return false;
-    // Straight into the string, sized from fstat: no stdio buffer, no copy.
-    const int fd = open(NativePath(szPath).c_str(), O_RDONLY | O_CLOEXEC);
+    if (szMode[0] != 'r' || std::strchr(szMode, '+') != nullptr)
+        return std::fopen(NativePath(szPath).c_str(), szMode);
+    uint64_t nSize = 0;
+    const int fd = RegularFileOpen(szPath, &nSize);
     if (fd < 0)
-        return false;
-    struct stat info;
-    bool bOk = fstat(fd, &info) == 0 && !S_ISDIR(info.st_mode);
-    std::size_t nUsed = 0;
-    // One byte spare, so that the read that sees the end needs no growth.
-    if (bOk)
-        data.resize((info.st_size > 0 ? static_cast<std::size_t>(info.st_size) : 0) + 1);
-    // The file may grow or shrink while it is read: read until end of file.
-    while (bOk) {
-        if (nUsed == data.size())
-            data.resize(data.size() + 65536);
-        const ssize_t nRead = read(fd, &data[nUsed], data.size() - nUsed);
-        if (nRead < 0 && errno == EINTR)
-            continue;
-        if (nRead <= 0) {
-            bOk = nRead == 0;
-            break;
-        }
-        nUsed += static_cast<std::size_t>(nRead);
-    }
-    close(fd);
-    data.resize(bOk ? nUsed : 0);
-    return bOk;
+        return nullptr;
+    FILE* pFile = fdopen(fd, szMode);
+    if (pFile == nullptr)
+        close(fd);
+    return pFile;
 }
-
-unsigned long PlatformReadFileCount() { return g_nReadFileCount.load(); }
 
 std::string PlatformCurrentDirectory()
 {
@@ -130,13 +135,12 @@ bool PlatformFindFirstFile(const char* szDir, const char* szPattern, std::string
     DIR* pDir = opendir(NativePath(szDir).c_str());
     if (pDir == nullptr)
         return false;
-    // readdir lists in no fixed order; NTFS lists by upper-cased name, so the
-    // first match in that order is the one the client would see.
     bool bFound = false;
     while (dirent* pEntry = readdir(pDir)) {
-        if (MatchPattern(szPattern, pEntry->d_name) && (!bFound || ListsBefore(pEntry->d_name, strName))) {
+        if (MatchPattern(szPattern, pEntry->d_name)) {
             strName = pEntry->d_name;
             bFound = true;
+            break;
         }
     }
     closedir(pDir);

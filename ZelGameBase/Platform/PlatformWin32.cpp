@@ -9,6 +9,9 @@
 #endif
 #include <windows.h>
 
+#include <fcntl.h>
+#include <io.h>
+
 #include <cstring>
 #include <ctime>
 
@@ -16,7 +19,6 @@
 
 namespace {
 
-volatile LONG g_nReadFileCount = 0;
 // Statically initialised, so that the sink can be used from static
 // initialisers and from any thread without a set-up call.
 SRWLOCK g_sinkLock = SRWLOCK_INIT;
@@ -41,45 +43,76 @@ std::string ReadModeOf(const char* szMode)
     return strMode;
 }
 
+// Opens szPath for reading and keeps it only when it is a file on disk:
+// CreateFile does not wait on a pipe, and GetFileType tells a disk file from
+// a pipe, a console or another device. Folders do not open without backup
+// semantics.
+HANDLE RegularFileOpen(const char* szPath, uint64_t* pnSize)
+{
+    HANDLE hFile = CreateFileA(szPath, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE, nullptr,
+                               OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (hFile == INVALID_HANDLE_VALUE)
+        return hFile;
+    LARGE_INTEGER size;
+    if (GetFileType(hFile) != FILE_TYPE_DISK || !GetFileSizeEx(hFile, &size) || size.QuadPart < 0) {
+        CloseHandle(hFile);
+        return INVALID_HANDLE_VALUE;
+    }
+    *pnSize = static_cast<uint64_t>(size.QuadPart);
+    return hFile;
+}
+
 }  // namespace
+
+bool CPlatformFile::OpenRegular(const char* szPath)
+{
+    const HANDLE hFile = RegularFileOpen(szPath, &m_nSize);
+    if (hFile == INVALID_HANDLE_VALUE)
+        return false;
+    m_hFile = reinterpret_cast<intptr_t>(hFile);
+    return true;
+}
+
+int64_t CPlatformFile::ReadNative(void* pBuffer, std::size_t nSize)
+{
+    // ReadFile counts in 32 bits: at most 1 GiB a call.
+    const DWORD nAsk = static_cast<DWORD>(nSize < (1u << 30) ? nSize : (1u << 30));
+    DWORD nRead = 0;
+    if (!ReadFile(reinterpret_cast<HANDLE>(m_hFile), pBuffer, nAsk, &nRead, nullptr))
+        return -1;
+    return static_cast<int64_t>(nRead);
+}
+
+void CPlatformFile::Close()
+{
+    if (IsOpen())
+        CloseHandle(reinterpret_cast<HANDLE>(m_hFile));
+    m_hFile = kClosed;
+    m_nSize = 0;
+    m_nPosition = 0;
+}
 
 FILE* PlatformOpenFile(const char* szPath, const char* szMode)
 {
     if (szPath == nullptr || szMode == nullptr)
         return nullptr;
-    const bool bReadOnly = szMode[0] == 'r' && std::strchr(szMode, '+') == nullptr;
-    return std::fopen(szPath, bReadOnly ? ReadModeOf(szMode).c_str() : szMode);
-}
-
-bool PlatformReadFile(const char* szPath, std::string& data)
-{
-    InterlockedIncrement(&g_nReadFileCount);
-    data.clear();
-    if (szPath == nullptr)
-        return false;
-    HANDLE hFile = CreateFileA(szPath, GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                               FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (szMode[0] != 'r' || std::strchr(szMode, '+') != nullptr)
+        return std::fopen(szPath, szMode);
+    uint64_t nSize = 0;
+    const HANDLE hFile = RegularFileOpen(szPath, &nSize);
     if (hFile == INVALID_HANDLE_VALUE)
-        return false;
-    bool bOk = false;
-    const DWORD nSize = GetFileSize(hFile, nullptr);
-    if (nSize != INVALID_FILE_SIZE) {
-        data.resize(nSize);
-        DWORD nDone = 0;
-        bOk = true;
-        while (bOk && nDone < nSize) {
-            DWORD nRead = 0;
-            bOk = ReadFile(hFile, &data[nDone], nSize - nDone, &nRead, nullptr) != FALSE && nRead > 0;
-            nDone += nRead;
-        }
+        return nullptr;
+    const int fd = _open_osfhandle(reinterpret_cast<intptr_t>(hFile), _O_RDONLY | _O_BINARY);
+    if (fd == -1) {
+        CloseHandle(hFile);
+        return nullptr;
     }
-    CloseHandle(hFile);
-    if (!bOk)
-        data.clear();
-    return bOk;
+    // From here the descriptor owns the handle, and the stream the descriptor.
+    FILE* pFile = _fdopen(fd, ReadModeOf(szMode).c_str());
+    if (pFile == nullptr)
+        _close(fd);
+    return pFile;
 }
-
-unsigned long PlatformReadFileCount() { return static_cast<unsigned long>(g_nReadFileCount); }
 
 std::string PlatformCurrentDirectory()
 {

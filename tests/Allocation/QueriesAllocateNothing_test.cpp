@@ -1,5 +1,5 @@
-// Queries never allocate. This program replaces the global allocation
-// functions to count every allocation, loads the bundled sample through the
+// Queries never allocate. This program counts every allocation
+// (ReplacedAllocation.h), loads the bundled sample through the
 // manager and asks every table for every number the sample holds, so that
 // hits are exercised as well as misses. It is a program of its own because
 // replacing operator new clashes with some sanitizer runtimes.
@@ -14,32 +14,10 @@
 
 #include <gtest/gtest.h>
 
+#include "Allocation/ReplacedAllocation.h"
 #include "ClientData/ClientDataMgr.h"
 #include "Support/TestSupport.h"
 #include "Support/VtableCall.h"
-
-namespace {
-std::atomic<long> g_nAllocations{0};
-}
-void* operator new(std::size_t nSize)
-{
-    ++g_nAllocations;
-    if (void* p = std::malloc(nSize ? nSize : 1))
-        return p;
-    throw std::bad_alloc();
-}
-void* operator new(std::size_t nSize, const std::nothrow_t&) noexcept
-{
-    ++g_nAllocations;
-    return std::malloc(nSize ? nSize : 1);
-}
-// The replaced forms pair malloc with free by design.
-#pragma GCC diagnostic push
-#pragma GCC diagnostic ignored "-Wmismatched-new-delete"
-void operator delete(void* p) noexcept { std::free(p); }
-void operator delete(void* p, std::size_t) noexcept { std::free(p); }
-void operator delete(void* p, const std::nothrow_t&) noexcept { std::free(p); }
-#pragma GCC diagnostic pop
 
 namespace {
 
@@ -84,9 +62,9 @@ protected:
     template <class Queries>
     long AllocationsOf(Queries queries)
     {
-        const long nBefore = g_nAllocations.load();
+        const long nBefore = AllocationCount();
         queries();
-        return g_nAllocations.load() - nBefore;
+        return AllocationCount() - nBefore;
     }
 
     std::vector<uint32_t> m_setNumber;
