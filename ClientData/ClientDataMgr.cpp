@@ -156,8 +156,15 @@ void CClientDataMgr::LoadTable(CDataTable* pTable)
 
 extern "C" CLIENTDATA_API IClientDataMgr* QueryClientDataMgr()
 {
-    if (g_pClientDataMgr == nullptr)
-        g_pClientDataMgr = new (std::nothrow) CClientDataMgr;
+    if (g_pClientDataMgr == nullptr) {
+        // A table that finds no memory for its name or its registration ends
+        // the construction: the tables built so far are gone with the block,
+        // so the registry that points at them goes too.
+        if (!AllocationTry([] { g_pClientDataMgr = new (std::nothrow) CClientDataMgr; })) {
+            g_pClientDataMgr = nullptr;
+            TableRegistry::Destroy();
+        }
+    }
     return g_pClientDataMgr;
 }
 

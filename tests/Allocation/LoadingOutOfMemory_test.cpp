@@ -11,6 +11,7 @@
 #include "Allocation/ReplacedAllocation.h"
 #include "ClientData/Catalogue.h"
 #include "ClientData/ClientDataMgr.h"
+#include "ClientData/DataTable.h"
 #include "Support/TestSupport.h"
 
 namespace {
@@ -29,10 +30,13 @@ void StartUp(IClientDataMgr* pMgr)
 TEST_F(LoadingOutOfMemoryTest, StartUpReturnsWhereverMemoryRunsOut)
 {
     std::filesystem::copy(CLIENTDATA_SAMPLE_DIR, Folder(), std::filesystem::copy_options::recursive);
-    IClientDataMgr* pMgr = QueryClientDataMgr();
+    auto* pMgr = static_cast<CClientDataMgr*>(QueryClientDataMgr());
     const long nBefore = AllocationCount();
     StartUp(pMgr);
     const long nTotal = AllocationCount() - nBefore;
+    std::vector<int> setFullAmount;
+    for (int nSlot = kFirstTableSlot; nSlot <= kLastTableSlot; ++nSlot)
+        setFullAmount.push_back(pMgr->GetLoadedAmountBySlot(nSlot));
     DestroyClientDataMgr();
 
     std::vector<long> setFailAt;
@@ -50,8 +54,36 @@ TEST_F(LoadingOutOfMemoryTest, StartUpReturnsWhereverMemoryRunsOut)
         }
         AllocationFailFrom(0);
         EXPECT_FALSE(bThrew) << "memory out from allocation " << nFailAt << " of " << nTotal;
+        // What a table kept is part of what the whole start-up reads.
         for (int nSlot = kFirstTableSlot; nSlot <= kLastTableSlot; ++nSlot)
-            EXPECT_GE(pManager->GetLoadedAmountBySlot(nSlot), 0) << nSlot;
+            EXPECT_LE(pManager->GetLoadedAmountBySlot(nSlot), setFullAmount[nSlot - kFirstTableSlot]) << nSlot;
+        DestroyClientDataMgr();
+    }
+}
+
+TEST_F(LoadingOutOfMemoryTest, CreationGivesNullWhereverMemoryRunsOut)
+{
+    const long nBefore = AllocationCount();
+    ASSERT_NE(QueryClientDataMgr(), nullptr);
+    const long nTotal = AllocationCount() - nBefore;
+    DestroyClientDataMgr();
+    for (long n = 0; n <= 32; ++n) {
+        const long nFailAt = 1 + (nTotal - 1) * n / 32;  // the block itself up to the last table's registration
+        IClientDataMgr* pMgr = nullptr;
+        bool bThrew = false;
+        AllocationFailFrom(AllocationCount() + nFailAt);
+        try {
+            pMgr = QueryClientDataMgr();
+        } catch (...) {
+            bThrew = true;
+        }
+        AllocationFailFrom(0);
+        EXPECT_FALSE(bThrew) << "memory out from allocation " << nFailAt << " of " << nTotal;
+        EXPECT_EQ(pMgr, nullptr) << nFailAt;
+        EXPECT_EQ(TableRegistry::Get(), nullptr) << nFailAt;  // no pointer to a table that is gone
+        // With memory back the next call builds the whole manager.
+        ASSERT_NE(QueryClientDataMgr(), nullptr);
+        EXPECT_EQ(TableRegistry::Get()->Tables().size(), static_cast<std::size_t>(kLastTableSlot - kFirstTableSlot + 1));
         DestroyClientDataMgr();
     }
 }
