@@ -9,6 +9,7 @@
 #include <string_view>
 #include <type_traits>
 
+#include "ZelGameBase/FileStream.h"
 #include "ZelGameBase/IniSectionReader.h"
 #include "ZelGameBase/Platform/Platform.h"
 #include "ZelGameBase/ZelCommon.h"
@@ -174,15 +175,15 @@ void CMagicData::Load()
 
 void CMagicData::LoadMain(const char* szPath)
 {
-    FILE* pFile = PlatformOpenFile(szPath, "r");
-    if (pFile == nullptr) {
+    CFileStream file;
+    if (!file.Open(szPath)) {
         LogSave("file: %s is not exist.", szPath);
         return;
     }
     char szLine[kLineSize];
     MagicTypeInfo info;
     // A longer line arrives in pieces, each read as a line of its own.
-    while (std::fgets(szLine, sizeof(szLine), pFile) != nullptr) {
+    while (file.ReadLine(szLine, sizeof(szLine))) {
         ResetRecord(info);
         // A blank line ends the table: the rest of the file is ignored.
         if (ScanLine(szLine, info) == LINE_BLANK)
@@ -196,7 +197,6 @@ void CMagicData::LoadMain(const char* szPath)
         }
         m_setRecord.push_back(std::move(pInfo));
     }
-    std::fclose(pFile);
 
     m_mapFirstByKey.reserve(m_setRecord.size());
     for (std::size_t i = 0; i < m_setRecord.size(); ++i)
