@@ -5,7 +5,9 @@
 //     "%x", "%I64d"), called in msvcrt.dll itself, not through MinGW's own
 //     stdio;
 //   - the ctime text against the runtime's ctime;
-//   - the portable rand sequence against the runtime's srand / rand.
+//   - the portable rand sequence against the runtime's srand / rand;
+//   - the platform layer's file opening against the system's kinds of file:
+//     only a regular file opens (a device, a pipe or a folder does not).
 // Prints one line per disagreement and a summary; exits 1 on any
 // disagreement that is not a known difference of Wine from Windows.
 #ifndef WIN32_LEAN_AND_MEAN
@@ -20,6 +22,7 @@
 #include <string>
 
 #include "ZelGameBase/EncryptData.h"
+#include "ZelGameBase/Platform/Platform.h"
 #include "ZelGameBase/Platform/ProfileReader.h"
 #include "ZelGameBase/ZelCrt.h"
 
@@ -280,6 +283,33 @@ void CheckRand(SrandFn pfnSrand, RandFn pfnRand)
     }
 }
 
+// ---- file kinds ---------------------------------------------------------
+
+void CheckFileKinds()
+{
+    if (std::FILE* pFile = std::fopen("kind.txt", "wb")) {
+        std::fputs("1=x\n", pFile);
+        std::fclose(pFile);
+    }
+    CreateDirectoryA("kind-folder", nullptr);
+    const char kPipe[] = "\\\\.\\pipe\\clientdata-file-kind";
+    const HANDLE hPipe = CreateNamedPipeA(kPipe, PIPE_ACCESS_OUTBOUND, PIPE_TYPE_BYTE, 1, 0, 0, 0, nullptr);
+    const struct {
+        const char* szPath;
+        bool bOpens;
+    } kCases[] = {{"kind.txt", true}, {"NUL", false}, {"kind-folder", false}, {kPipe, false}, {"missing.txt", false}};
+    for (const auto& c : kCases) {
+        CPlatformFile file;
+        const bool bOpened = file.Open(c.szPath);
+        std::string strData;
+        const bool bRead = PlatformReadFile(c.szPath, strData);
+        Report(bOpened == c.bOpens && bRead == c.bOpens, false,
+               std::string("file kind of ") + c.szPath + (c.bOpens ? ": should open" : ": should be refused"));
+    }
+    if (hPipe != INVALID_HANDLE_VALUE)
+        CloseHandle(hPipe);
+}
+
 template <class Fn>
 Fn CrtFunction(HMODULE hCrt, const char* szName)
 {
@@ -303,6 +333,7 @@ int main()
         CheckRand(pfnSrand, pfnRand);
     }
     CheckCtime();
+    CheckFileKinds();
     std::printf("%d cases: %d different, %d known Wine differences\n", g_nCases, g_nFailures, g_nKnown);
     return g_nFailures == 0 ? 0 : 1;
 }
