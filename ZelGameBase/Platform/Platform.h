@@ -53,7 +53,10 @@ void PlatformSetFileOpenHook(FileOpenHookFn fn, void* pContext);
 
 // fopen with the path as the data names it: either slash style separates
 // folders on every platform. A read-only mode opens only a regular file, as
-// CPlatformFile does (the stream itself is not cut at the size at open).
+// CPlatformFile does (the stream itself is not cut at the size at open). An
+// appending mode (the debug log) creates a missing file and on POSIX opens
+// only a regular one, without blocking: a FIFO in its place would block the
+// open or, once full, a write.
 FILE* PlatformOpenFile(const char* szPath, const char* szMode);
 
 // Reads a whole file into data, up to its size at open. False (data emptied)

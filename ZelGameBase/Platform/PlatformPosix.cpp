@@ -99,10 +99,35 @@ void CPlatformFile::Close()
     m_nPosition = 0;
 }
 
+namespace {
+
+// An appending stream on a regular file only, created when missing.
+FILE* AppendFileOpen(const char* szPath, const char* szMode)
+{
+    const int nAccess = std::strchr(szMode, '+') != nullptr ? O_RDWR : O_WRONLY;
+    const int fd = open(NativePath(szPath).c_str(), nAccess | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC, 0666);
+    if (fd < 0)
+        return nullptr;
+    struct stat info {};
+    if (fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) {
+        close(fd);
+        return nullptr;
+    }
+    fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) & ~O_NONBLOCK);
+    FILE* pFile = fdopen(fd, szMode);
+    if (pFile == nullptr)
+        close(fd);
+    return pFile;
+}
+
+}  // namespace
+
 FILE* PlatformOpenFile(const char* szPath, const char* szMode)
 {
     if (szPath == nullptr || szMode == nullptr)
         return nullptr;
+    if (szMode[0] == 'a')
+        return AppendFileOpen(szPath, szMode);
     if (szMode[0] != 'r' || std::strchr(szMode, '+') != nullptr)
         return std::fopen(NativePath(szPath).c_str(), szMode);
     uint64_t nSize = 0;

@@ -34,6 +34,7 @@
 #include "ClientData/ClientDataMgr.h"
 #include "Support/TestSupport.h"
 #include "ZelGameBase/Platform/Platform.h"
+#include "ZelGameBase/ZelGameBase.h"
 
 #if defined(__SANITIZE_ADDRESS__)
 #define HOSTILE_HEAP_FROM_ASAN 1
@@ -440,6 +441,28 @@ TEST_F(HostileFilesTest, SparseFilesBeyondFourGiBKeepTheirSettings)
     const ChildRun run = RunInChild([this] { return LoadOutcome(); }, 60, 512);
     ASSERT_TRUE(run.bEnded) << run.strWhy;
     EXPECT_NE(run.strAnswer.find("font: SimSun 12 chat.ttf 14\n"), std::string::npos) << run.strAnswer;
+}
+
+TEST_F(HostileFilesTest, ADebugLogThatIsAFifoIsNotWritten)
+{
+    // The log names its file by the date; a FIFO of that name, held open by
+    // a process that never reads it, would take 64 KiB and then block every
+    // further entry.
+    LogSetClock([] { return LocalTime{2020, 1, 2, 3, 4, 5, 4}; });
+    fs::create_directories("debug");
+    ASSERT_EQ(mkfifo("debug/2020_1_2.log", 0666), 0);
+    const int fdHolder = open("debug/2020_1_2.log", O_RDWR | O_NONBLOCK);
+    ASSERT_GE(fdHolder, 0);
+    const ChildRun run = RunInChild(
+        [] {
+            const std::string strLong(500, 'x');
+            for (int i = 0; i < 1000; ++i) LogSave("entry %d %s", i, strLong.c_str());
+            return std::string("logged");
+        },
+        20);
+    close(fdHolder);
+    EXPECT_TRUE(run.bEnded) << run.strWhy;
+    EXPECT_EQ(run.strAnswer, "logged");
 }
 
 // --- long runs ------------------------------------------------------------------
