@@ -231,22 +231,25 @@ int ProfileIntGet(const char* szIniFile, const char* szTitle, const char* szSubt
     return 0;
 }
 
-bool MemIniReadLine(const char* pImage, unsigned nLength, unsigned* pPos, char* szOut, unsigned nOutSize)
+namespace {
+
+// One line as the in-memory ini readers take it, from a source of bytes
+// with Get() and AtEnd(): cut to nOutSize - 1 (and false) when it does not
+// fit, the line feed and a carriage return before it dropped.
+template <class Source>
+bool IniLineRead(Source& source, char* szOut, unsigned nOutSize)
 {
-    if (pImage == nullptr || szOut == nullptr || pPos == nullptr || nOutSize == 0 || *pPos >= nLength)
-        return false;
     unsigned nCopied = 0;
     bool bEnded = false;
     while (nCopied < nOutSize) {
-        const char c = pImage[(*pPos)++];
+        const char c = static_cast<char>(source.Get());
         szOut[nCopied++] = c;
-        if (c == '\n' || *pPos >= nLength) {
+        if (c == '\n' || source.AtEnd()) {
             bEnded = true;
             break;
         }
     }
     if (!bEnded) {
-        // The line did not fit: cut it and report failure.
         szOut[nOutSize - 1] = '\0';
         return false;
     }
@@ -258,30 +261,30 @@ bool MemIniReadLine(const char* pImage, unsigned nLength, unsigned* pPos, char* 
     return nCopied < nOutSize;
 }
 
+struct ImageBytes {
+    const char* pImage;
+    unsigned nLength;
+    unsigned* pPos;
+
+    int Get() { return static_cast<unsigned char>(pImage[(*pPos)++]); }
+    bool AtEnd() const { return *pPos >= nLength; }
+};
+
+}  // namespace
+
+bool MemIniReadLine(const char* pImage, unsigned nLength, unsigned* pPos, char* szOut, unsigned nOutSize)
+{
+    if (pImage == nullptr || szOut == nullptr || pPos == nullptr || nOutSize == 0 || *pPos >= nLength)
+        return false;
+    ImageBytes image{pImage, nLength, pPos};
+    return IniLineRead(image, szOut, nOutSize);
+}
+
 bool StreamIniReadLine(CFileStream& stream, char* szOut, unsigned nOutSize)
 {
     if (szOut == nullptr || nOutSize == 0 || stream.AtEnd())
         return false;
-    unsigned nCopied = 0;
-    bool bEnded = false;
-    while (nCopied < nOutSize) {
-        const int c = stream.Get();
-        szOut[nCopied++] = static_cast<char>(c);
-        if (c == '\n' || stream.AtEnd()) {
-            bEnded = true;
-            break;
-        }
-    }
-    if (!bEnded) {
-        szOut[nOutSize - 1] = '\0';
-        return false;
-    }
-    // As over an image: the last real character of an unterminated last line
-    // is lost.
-    szOut[nCopied - 1] = '\0';
-    if (nCopied >= 2 && szOut[nCopied - 2] == '\r')
-        szOut[nCopied - 2] = '\0';
-    return nCopied < nOutSize;
+    return IniLineRead(stream, szOut, nOutSize);
 }
 
 int MemIniStrGet(const char* pImage, unsigned nLength, const char* szTitle, const char* szSubtitle, char* szData,
