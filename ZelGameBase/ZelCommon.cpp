@@ -22,6 +22,22 @@ struct ValueTarget {
     int nTextSize = 0;
 };
 
+ValueTarget IntTarget(int* pData)
+{
+    ValueTarget target;
+    target.pInt = pData;
+    return target;
+}
+
+ValueTarget TextTarget(char* szData, int nDataSize)
+{
+    ValueTarget target;
+    target.szConversion = "%s";
+    target.szText = szData;
+    target.nTextSize = nDataSize;
+    return target;
+}
+
 ScanResult ScanConversion(const char*& text, char cConversion, const ValueTarget& target)
 {
     if (cConversion == 'd') {
@@ -138,8 +154,7 @@ int IniValueGet(const char* szIniFile, const char* szTitle, const char* szSubtit
     }
     if (!bFound) {
         char szMessage[1024];
-        SafeSprintf(szMessage, sizeof(szMessage), "Error: [%s] %s not found in %s.", szTitle, szSubtitle,
-                    szIniFile);
+        SafeSprintf(szMessage, sizeof(szMessage), "Error: [%s] %s not found in %s.", szTitle, szSubtitle, szIniFile);
         ReportNotFound(bLogFile, szMessage);
     }
     return bFound ? 1 : 0;
@@ -198,9 +213,7 @@ int IniDataGet(const char* szIniFile, const char* szTitle, const char* szSubtitl
 {
     if (szIniFile == nullptr || szTitle == nullptr || szSubtitle == nullptr)
         return 0;
-    ValueTarget target;
-    target.pInt = pData;
-    return IniValueGet(szIniFile, szTitle, szSubtitle, target, bLogFile);
+    return IniValueGet(szIniFile, szTitle, szSubtitle, IntTarget(pData), bLogFile);
 }
 
 int IniStrGet(const char* szIniFile, const char* szTitle, const char* szSubtitle, char* szData, int bLogFile,
@@ -208,11 +221,7 @@ int IniStrGet(const char* szIniFile, const char* szTitle, const char* szSubtitle
 {
     if (szIniFile == nullptr || szTitle == nullptr || szSubtitle == nullptr || szData == nullptr)
         return 0;
-    ValueTarget target;
-    target.szConversion = "%s";
-    target.szText = szData;
-    target.nTextSize = nDataSize;
-    return IniValueGet(szIniFile, szTitle, szSubtitle, target, bLogFile);
+    return IniValueGet(szIniFile, szTitle, szSubtitle, TextTarget(szData, nDataSize), bLogFile);
 }
 
 int ProfileIntGet(const char* szIniFile, const char* szTitle, const char* szSubtitle, unsigned* pData)
@@ -292,11 +301,8 @@ int MemIniStrGet(const char* pImage, unsigned nLength, const char* szTitle, cons
 {
     if (pImage == nullptr || szTitle == nullptr || szSubtitle == nullptr || szData == nullptr)
         return 0;
-    ValueTarget target;
-    target.szConversion = "%s";
-    target.szText = szData;
-    target.nTextSize = nDataSize;
-    return MemIniValueGet(pImage, nLength, szTitle, szSubtitle, target, bLogFile, "MemIniStrGet");
+    return MemIniValueGet(pImage, nLength, szTitle, szSubtitle, TextTarget(szData, nDataSize), bLogFile,
+                          "MemIniStrGet");
 }
 
 int MemIniDataGet(const char* pImage, unsigned nLength, const char* szTitle, const char* szSubtitle, int* pData,
@@ -304,9 +310,7 @@ int MemIniDataGet(const char* pImage, unsigned nLength, const char* szTitle, con
 {
     if (pImage == nullptr || szTitle == nullptr || szSubtitle == nullptr || pData == nullptr)
         return 0;
-    ValueTarget target;
-    target.pInt = pData;
-    return MemIniValueGet(pImage, nLength, szTitle, szSubtitle, target, bLogFile, "MemIniDataGet");
+    return MemIniValueGet(pImage, nLength, szTitle, szSubtitle, IntTarget(pData), bLogFile, "MemIniDataGet");
 }
 
 int FileIniStrGet(const char* szPath, const char* szTitle, const char* szSubtitle, char* szData, int bLogFile,
@@ -314,20 +318,14 @@ int FileIniStrGet(const char* szPath, const char* szTitle, const char* szSubtitl
 {
     if (szPath == nullptr || szTitle == nullptr || szSubtitle == nullptr || szData == nullptr)
         return 0;
-    ValueTarget target;
-    target.szConversion = "%s";
-    target.szText = szData;
-    target.nTextSize = nDataSize;
-    return FileIniValueGet(szPath, szTitle, szSubtitle, target, bLogFile, "MemIniStrGet");
+    return FileIniValueGet(szPath, szTitle, szSubtitle, TextTarget(szData, nDataSize), bLogFile, "MemIniStrGet");
 }
 
 int FileIniDataGet(const char* szPath, const char* szTitle, const char* szSubtitle, int* pData, int bLogFile)
 {
     if (szPath == nullptr || szTitle == nullptr || szSubtitle == nullptr || pData == nullptr)
         return 0;
-    ValueTarget target;
-    target.pInt = pData;
-    return FileIniValueGet(szPath, szTitle, szSubtitle, target, bLogFile, "MemIniDataGet");
+    return FileIniValueGet(szPath, szTitle, szSubtitle, IntTarget(pData), bLogFile, "MemIniDataGet");
 }
 
 bool SafeStrCopy(char* szOut, int nSize, const char* szSource)

@@ -44,30 +44,48 @@ bool MatchPattern(const char* szPattern, const char* szName)
     return MatchPattern(szPattern + 1, szName + 1);
 }
 
-// Opens szPath for reading without blocking (a FIFO without a writer would
-// otherwise wait forever) and keeps it only when it is a regular file.
+// Opens without blocking (a FIFO would otherwise wait for its other end)
+// and keeps the descriptor only when it names a regular file; blocking mode
+// is then restored so that it behaves as any other file's.
+int RegularDescriptorOpen(const std::string& strPath, int nFlags, uint64_t* pnSize)
+{
+    const int fd = open(strPath.c_str(), nFlags | O_NONBLOCK | O_CLOEXEC, 0666);
+    if (fd < 0)
+        return -1;
+    struct stat info {};
+    if (fstat(fd, &info) != 0 || !S_ISREG(info.st_mode) || info.st_size < 0) {
+        close(fd);
+        return -1;
+    }
+    const int nStatus = fcntl(fd, F_GETFL);
+    if (nStatus != -1)
+        fcntl(fd, F_SETFL, nStatus & ~O_NONBLOCK);
+    if (pnSize != nullptr)
+        *pnSize = static_cast<uint64_t>(info.st_size);
+    return fd;
+}
+
+// Opens szPath for reading, only when it is a regular file.
 int RegularFileOpen(const char* szPath, uint64_t* pnSize)
 {
     const std::string strPath = NativePath(szPath);
     struct stat info;
     // A device is not even opened (opening some has effects of its own); the
-    // check on the open descriptor below is the one that counts.
+    // check on the open descriptor is the one that counts.
     if (stat(strPath.c_str(), &info) != 0 || !S_ISREG(info.st_mode))
         return -1;
-    const int fd = open(strPath.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
+    return RegularDescriptorOpen(strPath, O_RDONLY, pnSize);
+}
+
+// A stream over fd (closed when no stream can be made); null for -1.
+FILE* StreamOfDescriptor(int fd, const char* szMode)
+{
     if (fd < 0)
-        return -1;
-    if (fstat(fd, &info) != 0 || !S_ISREG(info.st_mode) || info.st_size < 0) {
+        return nullptr;
+    FILE* pFile = fdopen(fd, szMode);
+    if (pFile == nullptr)
         close(fd);
-        return -1;
-    }
-    // Reads of a regular file never wait; blocking mode is restored only so
-    // that the descriptor behaves as any other file's.
-    const int nFlags = fcntl(fd, F_GETFL);
-    if (nFlags != -1)
-        fcntl(fd, F_SETFL, nFlags & ~O_NONBLOCK);
-    *pnSize = static_cast<uint64_t>(info.st_size);
-    return fd;
+    return pFile;
 }
 
 }  // namespace
@@ -99,45 +117,18 @@ void CPlatformFile::Close()
     m_nPosition = 0;
 }
 
-namespace {
-
-// An appending stream on a regular file only, created when missing.
-FILE* AppendFileOpen(const char* szPath, const char* szMode)
-{
-    const int nAccess = std::strchr(szMode, '+') != nullptr ? O_RDWR : O_WRONLY;
-    const int fd = open(NativePath(szPath).c_str(), nAccess | O_CREAT | O_APPEND | O_NONBLOCK | O_CLOEXEC, 0666);
-    if (fd < 0)
-        return nullptr;
-    struct stat info {};
-    if (fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) {
-        close(fd);
-        return nullptr;
-    }
-    fcntl(fd, F_SETFL, fcntl(fd, F_GETFL) & ~O_NONBLOCK);
-    FILE* pFile = fdopen(fd, szMode);
-    if (pFile == nullptr)
-        close(fd);
-    return pFile;
-}
-
-}  // namespace
-
 FILE* PlatformOpenFile(const char* szPath, const char* szMode)
 {
     if (szPath == nullptr || szMode == nullptr)
         return nullptr;
-    if (szMode[0] == 'a')
-        return AppendFileOpen(szPath, szMode);
+    if (szMode[0] == 'a') {
+        const int nAccess = std::strchr(szMode, '+') != nullptr ? O_RDWR : O_WRONLY;
+        return StreamOfDescriptor(RegularDescriptorOpen(NativePath(szPath), nAccess | O_CREAT | O_APPEND, nullptr),
+                                  szMode);
+    }
     if (szMode[0] != 'r' || std::strchr(szMode, '+') != nullptr)
         return std::fopen(NativePath(szPath).c_str(), szMode);
-    uint64_t nSize = 0;
-    const int fd = RegularFileOpen(szPath, &nSize);
-    if (fd < 0)
-        return nullptr;
-    FILE* pFile = fdopen(fd, szMode);
-    if (pFile == nullptr)
-        close(fd);
-    return pFile;
+    return StreamOfDescriptor(RegularFileOpen(szPath, nullptr), szMode);
 }
 
 std::string PlatformCurrentDirectory()
