@@ -5,7 +5,10 @@
 #include <cstring>
 
 #include "ZelGameBase/AllocationTry.h"
+#include "ZelGameBase/FileStream.h"
+#include "ZelGameBase/IniValueScan.h"
 #include "ZelGameBase/Platform/Platform.h"
+#include "ZelGameBase/ZelCommon.h"
 #include "ZelGameBase/ZelCrt.h"
 
 namespace {
@@ -296,4 +299,110 @@ int CIniSectionReader::GetInt(int nSection, const char* szKey, int nDefault) con
     int nValue = nDefault;
     ReadInt(nSection, szKey, nValue);
     return nValue;
+}
+
+// The line-wise lookup.
+
+namespace {
+
+// One line as the line-wise lookup takes it, from a source of bytes with
+// Get() and AtEnd(): cut to nOutSize - 1 (and false) when it does not fit,
+// the line feed and a carriage return before it dropped.
+template <class Source>
+bool IniLineRead(Source& source, char* szOut, unsigned nOutSize)
+{
+    unsigned nCopied = 0;
+    bool bEnded = false;
+    while (nCopied < nOutSize) {
+        const char c = static_cast<char>(source.Get());
+        szOut[nCopied++] = c;
+        if (c == '\n' || source.AtEnd()) {
+            bEnded = true;
+            break;
+        }
+    }
+    if (!bEnded) {
+        szOut[nOutSize - 1] = '\0';
+        return false;
+    }
+    // Over the line feed, or over the last real character of an unterminated
+    // last line, which is thereby lost.
+    szOut[nCopied - 1] = '\0';
+    if (nCopied >= 2 && szOut[nCopied - 2] == '\r')
+        szOut[nCopied - 2] = '\0';
+    return nCopied < nOutSize;
+}
+
+struct ImageBytes {
+    const char* pImage;
+    unsigned nLength;
+    unsigned* pPos;
+
+    int Get() { return static_cast<unsigned char>(pImage[(*pPos)++]); }
+    bool AtEnd() const { return *pPos >= nLength; }
+};
+
+// The lookup over the lines that nextLine(szLine, nSize) gives, one after
+// another, as MemIniReadLine does.
+template <class NextLine>
+int IniLinesValueGet(NextLine nextLine, const char* szTitle, const char* szSubtitle, const IniValueTarget& target,
+                     int bLogFile, const char* szCaller)
+{
+    char szSection[256];
+    SafeSprintf(szSection, sizeof(szSection), "[%s]", szTitle);
+    char szKey[256];
+    SafeSprintf(szKey, sizeof(szKey), "%s=%s", szSubtitle, target.szConversion);
+
+    char szLine[1024];
+    bool bInSection = false;
+    while (!bInSection && nextLine(szLine, sizeof(szLine)))
+        bInSection = CrtCompareNoCase(szLine, szSection) == 0;
+    while (bInSection && nextLine(szLine, sizeof(szLine))) {
+        if (IniSectionBracketsHold(szLine))
+            break;
+        if (IniPatternScan(szLine, szKey, target) != SCAN_NO_MATCH)
+            return 1;
+    }
+    char szMessage[1024];
+    SafeSprintf(szMessage, sizeof(szMessage), "Error: [%s] %s not found in %s.", szTitle, szSubtitle, szCaller);
+    IniNotFoundReport(bLogFile, szMessage);
+    return 0;
+}
+
+}  // namespace
+
+bool MemIniReadLine(const char* pImage, unsigned nLength, unsigned* pPos, char* szOut, unsigned nOutSize)
+{
+    if (pImage == nullptr || szOut == nullptr || pPos == nullptr || nOutSize == 0 || *pPos >= nLength)
+        return false;
+    ImageBytes image{pImage, nLength, pPos};
+    return IniLineRead(image, szOut, nOutSize);
+}
+
+bool StreamIniReadLine(CFileStream& stream, char* szOut, unsigned nOutSize)
+{
+    if (szOut == nullptr || nOutSize == 0 || stream.AtEnd())
+        return false;
+    return IniLineRead(stream, szOut, nOutSize);
+}
+
+int MemIniValueGet(const char* pImage, unsigned nLength, const char* szTitle, const char* szSubtitle,
+                   const IniValueTarget& target, int bLogFile, const char* szCaller)
+{
+    unsigned nPos = 0;
+    const auto nextLine = [&](char* szLine, unsigned nSize) {
+        return MemIniReadLine(pImage, nLength, &nPos, szLine, nSize);
+    };
+    return IniLinesValueGet(nextLine, szTitle, szSubtitle, target, bLogFile, szCaller);
+}
+
+int FileIniValueGet(const char* szPath, const char* szTitle, const char* szSubtitle, const IniValueTarget& target,
+                    int bLogFile, const char* szCaller)
+{
+    // Read as a stream: a lookup costs one buffer, however large the file.
+    CFileStream stream;
+    if (!stream.Open(szPath))
+        return 0;
+    const auto nextLine = [&](char* szLine, unsigned nSize) { return StreamIniReadLine(stream, szLine, nSize); };
+    return IniLinesValueGet(nextLine, szTitle, szSubtitle, target, bLogFile, szCaller);
 }

@@ -10,12 +10,19 @@
 // first non-blank character is "[", its title running to the first "]".
 // A key lookup compares hashes of the folded keys: a walk over a short
 // section, a binary search in a long one.
+//
+// Beside it, the line-wise lookup behind MemIniStrGet / MemIniDataGet /
+// FileIni* (ZelCommon.h), which finds one value by reading lines up to it,
+// without an index, under the rules documented there.
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
+
+class CFileStream;
+struct IniValueTarget;
 
 class CIniSectionReader {
 public:
@@ -83,3 +90,23 @@ private:
     // Section numbers sorted by title (then file order).
     std::vector<uint32_t> m_setTitleSorted;
 };
+
+// The line-wise lookup of [szTitle] szSubtitle=<value>: MemIniValueGet over
+// an image of nLength bytes, FileIniValueGet over the file at szPath read as
+// a stream through one buffer (0 without a message when it cannot be read).
+// The value converts into target; szCaller names the function in the "not
+// found" message. The caller has checked its arguments.
+int MemIniValueGet(const char* pImage, unsigned nLength, const char* szTitle, const char* szSubtitle,
+                   const IniValueTarget& target, int bLogFile, const char* szCaller);
+int FileIniValueGet(const char* szPath, const char* szTitle, const char* szSubtitle, const IniValueTarget& target,
+                    int bLogFile, const char* szCaller);
+
+// The line reader of the line-wise lookup: copies the line at *pPos into
+// szOut (nOutSize bytes), advancing *pPos, and terminates it over its last
+// byte (the line feed, or the last real character of an unterminated last
+// line), then drops a carriage return before it. False at the end of the
+// image or when the line did not fit.
+bool MemIniReadLine(const char* pImage, unsigned nLength, unsigned* pPos, char* szOut, unsigned nOutSize);
+// MemIniReadLine over a stream: the same line from the same bytes, the end of
+// the image being the end of the file.
+bool StreamIniReadLine(CFileStream& stream, char* szOut, unsigned nOutSize);

@@ -2,13 +2,15 @@
 //
 // IniDataGet / IniStrGet read one value from an ini file on disk, token by
 // token; each call opens, scans and closes the file. MemIniDataGet /
-// MemIniStrGet find one value in an ini image held in memory, line by line.
-// Tables that read many keys of one file use CIniSectionReader instead.
+// MemIniStrGet find one value in an ini image held in memory, line by line,
+// through the line-wise lookup of IniSectionReader.h (with the line reader
+// MemIniReadLine / StreamIniReadLine). Tables that read many keys of one file
+// use CIniSectionReader instead.
 #pragma once
 
 #include <cstddef>
 
-class CFileStream;
+#include "ZelGameBase/IniSectionReader.h"
 
 // Reads [szTitle] szSubtitle=<int> from szIniFile.
 //
@@ -56,13 +58,6 @@ int MemIniStrGet(const char* pImage, unsigned nLength, const char* szTitle, cons
 int MemIniDataGet(const char* pImage, unsigned nLength, const char* szTitle, const char* szSubtitle, int* pData,
                   int bLogFile);
 
-// The in-memory line reader behind MemIni*: copies the line at *pPos into
-// szOut (nOutSize bytes), advancing *pPos, and terminates it over its last
-// byte (the line feed, or the last real character of an unterminated last
-// line), then drops a carriage return before it. False at the end of the
-// image or when the line did not fit.
-bool MemIniReadLine(const char* pImage, unsigned nLength, unsigned* pPos, char* szOut, unsigned nOutSize);
-
 // MemIniStrGet / MemIniDataGet over the file at szPath read as a stream
 // instead of one image: the same lines, answers and messages (they name
 // MemIniStrGet / MemIniDataGet), in one buffer's memory whatever the file's
@@ -70,9 +65,6 @@ bool MemIniReadLine(const char* pImage, unsigned nLength, unsigned* pPos, char* 
 int FileIniStrGet(const char* szPath, const char* szTitle, const char* szSubtitle, char* szData, int bLogFile,
                   int nDataSize = 1024);
 int FileIniDataGet(const char* szPath, const char* szTitle, const char* szSubtitle, int* pData, int bLogFile);
-// MemIniReadLine over a stream: the same line from the same bytes, the end of
-// the image being the end of the file.
-bool StreamIniReadLine(CFileStream& stream, char* szOut, unsigned nOutSize);
 
 // Copies at most nSize - 1 characters of szSource into szOut (zero-filling the
 // rest) and terminates at nSize - 1. False only for a null buffer or source.
