@@ -13,12 +13,49 @@
 
 namespace {
 
-bool IsBlank(char c) { return c == ' ' || c == '\t'; }
+// A byte source over text held in memory, for IniLineTake.
+struct ImageBytes {
+    const char* pImage;
+    std::size_t nLength;
+    std::size_t nAt;
 
-int CompareNoCase(std::string_view a, std::string_view b)
+    int Get() { return static_cast<unsigned char>(pImage[nAt++]); }
+    int Peek() const { return nAt < nLength ? static_cast<unsigned char>(pImage[nAt]) : -1; }
+    bool AtEnd() const { return nAt >= nLength; }
+};
+
+// Takes one line from a byte source (Get, Peek and AtEnd; not at its end),
+// handing every byte, its line break included, to take(c), which answers
+// whether there is room for one more. The line ends after a line feed or at
+// the end of the source; with bLoneCr also after a carriage return, together
+// with a line feed right after it. Returns the length of the line break
+// taken (2 for a carriage return and line feed, 1 for a line feed or a lone
+// carriage return, 0 at the end of the source), or -1 when take had no room
+// left before the line ended.
+template <class Source, class Take>
+int IniLineTake(Source& source, bool bLoneCr, Take&& take)
 {
-    return CrtCompareNoCase(a.data(), a.size(), b.data(), b.size());
+    char cPrevious = '\0';
+    for (;;) {
+        const char c = static_cast<char>(source.Get());
+        const bool bRoom = take(c);
+        if (c == '\n')
+            return cPrevious == '\r' ? 2 : 1;
+        if (c == '\r' && bLoneCr) {
+            if (source.Peek() != '\n')
+                return 1;
+            take(static_cast<char>(source.Get()));
+            return 2;
+        }
+        if (source.AtEnd())
+            return 0;
+        if (!bRoom)
+            return -1;
+        cPrevious = c;
+    }
 }
+
+bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
 bool EqualNoCase(std::string_view a, std::string_view b)
 {
@@ -28,16 +65,6 @@ bool EqualNoCase(std::string_view a, std::string_view b)
         if (CrtToLower(a[i]) != CrtToLower(b[i]))
             return false;
     return true;
-}
-
-// FNV-1a over the ASCII-folded bytes: keys equal without regard to case hash
-// equal, so a lookup compares texts only where the hashes agree.
-uint32_t HashNoCase(std::string_view text)
-{
-    uint32_t nHash = 2166136261u;
-    for (char c : text)
-        nHash = (nHash ^ static_cast<unsigned char>(CrtToLower(c))) * 16777619u;
-    return nHash;
 }
 
 // Reads the file as a stream, chunk by chunk, up to its size at open.
@@ -92,10 +119,6 @@ void CIniSectionReader::Close()
     m_strText.shrink_to_fit();
     m_setSection.clear();
     m_setEntry.clear();
-    m_setKeyHash.clear();
-    m_setHashSorted.clear();
-    m_nHint = 0;
-    m_setTitleSorted.clear();
 }
 
 void CIniSectionReader::Index()
@@ -109,14 +132,20 @@ void CIniSectionReader::Index()
     // spares the regrowth and stays within a multiple of the file's size.
     m_setSection.reserve(static_cast<std::size_t>(std::count(pText, pText + nSize, '[')));
     m_setEntry.reserve(static_cast<std::size_t>(std::count(pText, pText + nSize, '=')));
-    std::size_t nAt = 0;
+    ImageBytes text{pText, nSize, 0};
     // Sections and entries are counted in 32 bits; a file with more lines
-    // than that is indexed up to there.
+    // than that is indexed up to there. Line numbers stop growing at the
+    // largest int, which only a file of 2 GiB of line breaks reaches.
     const std::size_t kMaxAmount = INT_MAX;
-    while (nAt < nSize && m_setSection.size() < kMaxAmount && m_setEntry.size() < kMaxAmount) {
-        std::size_t nEnd = nAt;
-        while (nEnd < nSize && pText[nEnd] != '\n' && pText[nEnd] != '\r')
-            ++nEnd;
+    uint32_t nLine = 0;
+    while (!text.AtEnd() && m_setSection.size() < kMaxAmount && m_setEntry.size() < kMaxAmount) {
+        const std::size_t nAt = text.nAt;
+        // Unlike the line-wise lookup, the index ends a line at a lone
+        // carriage return too, and it has no length limit.
+        const int nBreak = IniLineTake(text, true, [](char) { return true; });
+        const std::size_t nEnd = text.nAt - static_cast<std::size_t>(nBreak);
+        if (nLine < INT_MAX)
+            ++nLine;
         std::size_t nFirst = nAt;
         while (nFirst < nEnd && IsBlank(pText[nFirst]))
             ++nFirst;
@@ -135,44 +164,21 @@ void CIniSectionReader::Index()
         if (!bComment && pText[nFirst] == '[') {
             const char* pClose = static_cast<const char*>(std::memchr(pText + nFirst, ']', nEnd - nFirst));
             const std::size_t nClose = pClose != nullptr ? static_cast<std::size_t>(pClose - pText) : nEnd;
-            m_setSection.push_back(Section{trimmed(nFirst + 1, nClose), static_cast<uint32_t>(m_setEntry.size()), 0, 0, false});
+            m_setSection.push_back(Section{trimmed(nFirst + 1, nClose), static_cast<uint32_t>(m_setEntry.size()), 0, nLine});
         } else if (!bComment && !m_setSection.empty()) {
             const char* pEqual = static_cast<const char*>(std::memchr(pText + nFirst, '=', nEnd - nFirst));
             if (pEqual != nullptr) {
                 const std::size_t nEqual = static_cast<std::size_t>(pEqual - pText);
                 const std::string_view key = trimmed(nFirst, nEqual);
                 const std::string_view value = trimmed(nEqual + 1, nEnd);
-                m_setEntry.push_back(Entry{key, value});
+                m_setEntry.push_back(Entry{key, value, nLine});
                 ++m_setSection.back().nAmount;
             }
         }
         for (std::size_t i = 0; i < nTerminators; ++i)
             if (setTerminator[i] < nSize)
                 pText[setTerminator[i]] = '\0';
-        nAt = nEnd + 1;
     }
-
-    m_setKeyHash.resize(m_setEntry.size());
-    for (std::size_t i = 0; i < m_setEntry.size(); ++i)
-        m_setKeyHash[i] = HashNoCase(m_setEntry[i].key);
-    // Long sections also get their (hash, entry) pairs sorted, so that a
-    // lookup in them stays a binary search.
-    for (Section& section : m_setSection) {
-        if (section.nAmount <= kLinearKeyAmount) {
-            section.bUniqueKeys = KeysUnique(section);
-            continue;
-        }
-        section.nHashFirst = static_cast<uint32_t>(m_setHashSorted.size());
-        for (uint32_t n = section.nFirst; n < section.nFirst + section.nAmount; ++n)
-            m_setHashSorted.push_back(static_cast<uint64_t>(m_setKeyHash[n]) << 32 | n);
-        std::sort(m_setHashSorted.begin() + section.nHashFirst, m_setHashSorted.end());
-    }
-    m_setTitleSorted.resize(m_setSection.size());
-    for (std::size_t i = 0; i < m_setTitleSorted.size(); ++i)
-        m_setTitleSorted[i] = static_cast<uint32_t>(i);
-    std::stable_sort(m_setTitleSorted.begin(), m_setTitleSorted.end(), [this](uint32_t a, uint32_t b) {
-        return CompareNoCase(m_setSection[a].title, m_setSection[b].title) < 0;
-    });
 }
 
 std::string_view CIniSectionReader::GetTitle(int nSection) const
@@ -182,18 +188,11 @@ std::string_view CIniSectionReader::GetTitle(int nSection) const
     return m_setSection[static_cast<std::size_t>(nSection)].title;
 }
 
-int CIniSectionReader::FindSection(const char* szTitle) const
+int CIniSectionReader::GetTitleLine(int nSection) const
 {
-    if (szTitle == nullptr)
-        return -1;
-    const std::string_view title(szTitle);
-    auto it = std::lower_bound(m_setTitleSorted.begin(), m_setTitleSorted.end(), title,
-                               [this](uint32_t n, std::string_view wanted) {
-                                   return CompareNoCase(m_setSection[n].title, wanted) < 0;
-                               });
-    if (it == m_setTitleSorted.end() || CompareNoCase(m_setSection[*it].title, title) != 0)
-        return -1;
-    return static_cast<int>(*it);
+    if (nSection < 0 || nSection >= GetSectionAmount())
+        return 0;
+    return static_cast<int>(m_setSection[static_cast<std::size_t>(nSection)].nLine);
 }
 
 int CIniSectionReader::GetKeyAmount(int nSection) const
@@ -203,74 +202,49 @@ int CIniSectionReader::GetKeyAmount(int nSection) const
     return static_cast<int>(m_setSection[static_cast<std::size_t>(nSection)].nAmount);
 }
 
-std::string_view CIniSectionReader::GetKeyAt(int nSection, int nKey) const
+const CIniSectionReader::Entry* CIniSectionReader::EntryAt(int nSection, int nKey) const
 {
     if (nKey < 0 || nKey >= GetKeyAmount(nSection))
-        return std::string_view("", 0);
-    return m_setEntry[m_setSection[static_cast<std::size_t>(nSection)].nFirst + static_cast<uint32_t>(nKey)].key;
+        return nullptr;
+    return &m_setEntry[m_setSection[static_cast<std::size_t>(nSection)].nFirst + static_cast<uint32_t>(nKey)];
+}
+
+std::string_view CIniSectionReader::GetKeyAt(int nSection, int nKey) const
+{
+    const Entry* pEntry = EntryAt(nSection, nKey);
+    return pEntry != nullptr ? pEntry->key : std::string_view("", 0);
 }
 
 std::string_view CIniSectionReader::GetValueAt(int nSection, int nKey) const
 {
-    if (nKey < 0 || nKey >= GetKeyAmount(nSection))
-        return std::string_view("", 0);
-    return m_setEntry[m_setSection[static_cast<std::size_t>(nSection)].nFirst + static_cast<uint32_t>(nKey)].value;
+    const Entry* pEntry = EntryAt(nSection, nKey);
+    return pEntry != nullptr ? pEntry->value : std::string_view("", 0);
+}
+
+int CIniSectionReader::GetKeyLine(int nSection, int nKey) const
+{
+    const Entry* pEntry = EntryAt(nSection, nKey);
+    return pEntry != nullptr ? static_cast<int>(pEntry->nLine) : 0;
+}
+
+int CIniSectionReader::FindKey(int nSection, const char* szKey) const
+{
+    if (szKey == nullptr)
+        return -1;
+    const std::string_view key(szKey);
+    const int nAmount = GetKeyAmount(nSection);
+    for (int nKey = 0; nKey < nAmount; ++nKey)
+        if (EqualNoCase(GetKeyAt(nSection, nKey), key))
+            return nKey;
+    return -1;
 }
 
 bool CIniSectionReader::GetValue(int nSection, const char* szKey, std::string_view& value) const
 {
-    if (szKey == nullptr || nSection < 0 || nSection >= GetSectionAmount())
+    const int nKey = FindKey(nSection, szKey);
+    if (nKey < 0)
         return false;
-    const Section& section = m_setSection[static_cast<std::size_t>(nSection)];
-    const std::string_view key(szKey);
-    const uint32_t nHash = HashNoCase(key);
-    if (section.nAmount > kLinearKeyAmount) {
-        // Pairs of one hash are in file order: the first equal key is the first occurrence.
-        const auto first = m_setHashSorted.begin() + section.nHashFirst;
-        const auto last = first + section.nAmount;
-        for (auto it = std::lower_bound(first, last, static_cast<uint64_t>(nHash) << 32);
-             it != last && static_cast<uint32_t>(*it >> 32) == nHash; ++it) {
-            const uint32_t n = static_cast<uint32_t>(*it);
-            if (EqualNoCase(m_setEntry[n].key, key)) {
-                value = m_setEntry[n].value;
-                return true;
-            }
-        }
-        return false;
-    }
-    // A short section is walked over its hashes. Tables read keys mostly in
-    // the file's order, so the walk starts after the last hit; that is safe
-    // only where no key occurs twice (else the first occurrence must win).
-    const uint32_t nEnd = section.nFirst + section.nAmount;
-    uint32_t nStart = section.nFirst;
-    if (section.bUniqueKeys && m_nHint > section.nFirst && m_nHint < nEnd)
-        nStart = m_nHint;
-    for (uint32_t i = 0; i < section.nAmount; ++i) {
-        uint32_t n = nStart + i;
-        if (n >= nEnd)
-            n -= section.nAmount;
-        if (m_setKeyHash[n] == nHash && EqualNoCase(m_setEntry[n].key, key)) {
-            m_nHint = n + 1;
-            value = m_setEntry[n].value;
-            return true;
-        }
-    }
-    return false;
-}
-
-// Whether no two keys of a short section are equal without regard to case.
-bool CIniSectionReader::KeysUnique(const Section& section) const
-{
-    uint64_t nSeen[4] = {};  // a filter on the hash's low bits
-    for (uint32_t n = section.nFirst; n < section.nFirst + section.nAmount; ++n) {
-        const uint32_t nBit = m_setKeyHash[n] & 255;
-        if (nSeen[nBit >> 6] & (uint64_t(1) << (nBit & 63))) {
-            for (uint32_t k = section.nFirst; k < n; ++k)
-                if (m_setKeyHash[k] == m_setKeyHash[n] && EqualNoCase(m_setEntry[k].key, m_setEntry[n].key))
-                    return false;
-        }
-        nSeen[nBit >> 6] |= uint64_t(1) << (nBit & 63);
-    }
+    value = GetValueAt(nSection, nKey);
     return true;
 }
 
@@ -305,23 +279,20 @@ int CIniSectionReader::GetInt(int nSection, const char* szKey, int nDefault) con
 
 namespace {
 
-// One line as the line-wise lookup takes it, from a source of bytes with
-// Get() and AtEnd(): cut to nOutSize - 1 (and false) when it does not fit,
-// the line feed and a carriage return before it dropped.
+// One line as the line-wise lookup takes it: cut to nOutSize - 1 (and false)
+// when it does not fit, the line feed and a carriage return before it
+// dropped. Unlike the index, it keeps a lone carriage return inside the line,
+// loses the last character of an unterminated last line and fails on a line
+// of nOutSize bytes or more: facts of the format that data files rely on.
 template <class Source>
 bool IniLineRead(Source& source, char* szOut, unsigned nOutSize)
 {
     unsigned nCopied = 0;
-    bool bEnded = false;
-    while (nCopied < nOutSize) {
-        const char c = static_cast<char>(source.Get());
+    const int nBreak = IniLineTake(source, false, [&](char c) {
         szOut[nCopied++] = c;
-        if (c == '\n' || source.AtEnd()) {
-            bEnded = true;
-            break;
-        }
-    }
-    if (!bEnded) {
+        return nCopied < nOutSize;
+    });
+    if (nBreak < 0) {
         szOut[nOutSize - 1] = '\0';
         return false;
     }
@@ -332,15 +303,6 @@ bool IniLineRead(Source& source, char* szOut, unsigned nOutSize)
         szOut[nCopied - 2] = '\0';
     return nCopied < nOutSize;
 }
-
-struct ImageBytes {
-    const char* pImage;
-    unsigned nLength;
-    unsigned* pPos;
-
-    int Get() { return static_cast<unsigned char>(pImage[(*pPos)++]); }
-    bool AtEnd() const { return *pPos >= nLength; }
-};
 
 // The lookup over the lines that nextLine(szLine, nSize) gives, one after
 // another, as MemIniReadLine does.
@@ -375,8 +337,10 @@ bool MemIniReadLine(const char* pImage, unsigned nLength, unsigned* pPos, char* 
 {
     if (pImage == nullptr || szOut == nullptr || pPos == nullptr || nOutSize == 0 || *pPos >= nLength)
         return false;
-    ImageBytes image{pImage, nLength, pPos};
-    return IniLineRead(image, szOut, nOutSize);
+    ImageBytes image{pImage, nLength, *pPos};
+    const bool bFitted = IniLineRead(image, szOut, nOutSize);
+    *pPos = static_cast<unsigned>(image.nAt);
+    return bFitted;
 }
 
 bool StreamIniReadLine(CFileStream& stream, char* szOut, unsigned nOutSize)

@@ -1,19 +1,20 @@
-// The in-memory section reader that tables use for sectioned ini files.
+// The in-memory ini reader, in two forms over one line reader:
 //
-// Open reads the file once and indexes it: the sections in file order (a title
-// that occurs twice gives two sections, both kept) and, inside each section,
-// its "key=value" lines. Keys compare without regard to ASCII case; blanks
-// around key and value are trimmed; the value is the whole rest of the line
-// after the first "=" (texts with blanks survive); the first occurrence of a
-// key in a section wins. Lines beginning with ";" or "//" are comments; lines
-// before the first section are ignored. A section header is a line whose
-// first non-blank character is "[", its title running to the first "]".
-// A key lookup compares hashes of the folded keys: a walk over a short
-// section, a binary search in a long one.
+// CIniSectionReader, which tables use for sectioned ini files: Open reads the
+// file once and indexes it, the sections in file order (a title that occurs
+// twice gives two sections, both kept) and, inside each section, its
+// "key=value" lines with the line number of each. Keys compare without
+// regard to ASCII case; blanks around key and value are trimmed; the value is
+// the whole rest of the line after the first "=" (texts with blanks
+// survive); the first occurrence of a key in a section wins. Lines beginning
+// with ";" or "//" are comments; lines before the first section are ignored.
+// A section header is a line whose first non-blank character is "[", its
+// title running to the first "]". A line ends at a line feed, a carriage
+// return and line feed (one line break), or a lone carriage return.
 //
-// Beside it, the line-wise lookup behind MemIniStrGet / MemIniDataGet /
-// FileIni* (ZelCommon.h), which finds one value by reading lines up to it,
-// without an index, under the rules documented there.
+// The line-wise lookup behind MemIniStrGet / MemIniDataGet / FileIni*
+// (ZelCommon.h), which finds one value by reading lines up to it, without an
+// index, under the rules documented there.
 #pragma once
 
 #include <cstdint>
@@ -41,13 +42,20 @@ public:
     // valid until Open, OpenText or Close.
     // The title of section nSection, without brackets and trimmed.
     std::string_view GetTitle(int nSection) const;
-    // The first section titled szTitle (ASCII case-insensitive), or -1.
-    int FindSection(const char* szTitle) const;
+    // The 1-based line of the section's header; 0 out of range.
+    int GetTitleLine(int nSection) const;
 
     // The key lines of a section in file order (duplicates included).
     int GetKeyAmount(int nSection) const;
     std::string_view GetKeyAt(int nSection, int nKey) const;
     std::string_view GetValueAt(int nSection, int nKey) const;
+    // The 1-based line of the key line; 0 out of range.
+    int GetKeyLine(int nSection, int nKey) const;
+    // The position (0 .. GetKeyAmount - 1) of the first key of nSection equal
+    // to szKey without regard to ASCII case; -1 when absent, for a null key
+    // or a section out of range. Walks the section's keys: a reader of many
+    // keys walks the section once with GetKeyAt instead.
+    int FindKey(int nSection, const char* szKey) const;
 
     // The value of szKey in nSection; false when absent (out stays as it was).
     bool GetValue(int nSection, const char* szKey, std::string_view& value) const;
@@ -61,34 +69,23 @@ private:
     struct Entry {
         std::string_view key;
         std::string_view value;
+        uint32_t nLine;
     };
     struct Section {
         std::string_view title;
         uint32_t nFirst;   // first entry, file order
         uint32_t nAmount;  // entries in the section
-        uint32_t nHashFirst;  // long sections: first pair in m_setHashSorted
-        bool bUniqueKeys;     // short sections: no key occurs twice
+        uint32_t nLine;    // of the header
     };
-    // Sections with more keys than this are searched through sorted hashes.
-    static constexpr uint32_t kLinearKeyAmount = 48;
 
     bool IndexText(std::string&& strText);
     void Index();
-    bool KeysUnique(const Section& section) const;
-    void IndexLine(std::string_view line);
+    // Null out of range.
+    const Entry* EntryAt(int nSection, int nKey) const;
 
     std::string m_strText;
     std::vector<Section> m_setSection;
     std::vector<Entry> m_setEntry;
-    // Per entry, the hash of its ASCII-folded key, for lookups.
-    std::vector<uint32_t> m_setKeyHash;
-    // (hash << 32 | entry) of each long section, sorted within the section.
-    std::vector<uint64_t> m_setHashSorted;
-    // The entry after the last key found: where the next short-section walk
-    // starts. Only a starting point; it never changes an answer.
-    mutable uint32_t m_nHint = 0;
-    // Section numbers sorted by title (then file order).
-    std::vector<uint32_t> m_setTitleSorted;
 };
 
 // The line-wise lookup of [szTitle] szSubtitle=<value>: MemIniValueGet over
