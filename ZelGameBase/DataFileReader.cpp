@@ -63,9 +63,12 @@ bool CDataFileReader::Open(const char* szName, int nMode, char cSeparator)
     CFileStream stream;
     if (!stream.Open(szName))
         return false;
-    char szLine[kLineBufferSize] = {};
-    while (stream.ReadLine(szLine, kLineBufferSize) && AddLine(szLine, cSeparator)) {
-    }
+    ReadRecords(
+        [&stream](char* szLine, int nSize) {
+            const uint64_t nBefore = stream.GetPosition();
+            return stream.ReadLine(szLine, nSize) ? static_cast<std::size_t>(stream.GetPosition() - nBefore) : 0;
+        },
+        cSeparator);
     return true;
 }
 
@@ -76,18 +79,33 @@ void CDataFileReader::OpenImage(std::string&& strImage, char cSeparator)
     ReadImage(cSeparator);
 }
 
+template <class NextPiece>
+void CDataFileReader::ReadRecords(NextPiece&& nextPiece, char cSeparator)
+{
+    char szLine[kLineBufferSize] = {};
+    int nLine = 1;  // where the piece at hand comes from
+    std::size_t nTaken;
+    while ((nTaken = nextPiece(szLine, kLineBufferSize)) > 0) {
+        // A piece ends at a line feed or where the buffer is full: then the
+        // next piece goes on with the same line.
+        const bool bLineEnds = szLine[nTaken - 1] == '\n';
+        if (!AddLine(szLine, cSeparator, nLine))
+            break;
+        if (bLineEnds && nLine < INT_MAX)
+            ++nLine;
+    }
+}
+
 // Splits the image into records; only the records stay.
 void CDataFileReader::ReadImage(char cSeparator)
 {
-    char szLine[kLineBufferSize] = {};
-    while (ReadImageLine(szLine, kLineBufferSize) && AddLine(szLine, cSeparator)) {
-    }
+    ReadRecords([this](char* szLine, int nSize) { return ReadImageLine(szLine, nSize); }, cSeparator);
     m_strImage.clear();
     m_strImage.shrink_to_fit();
 }
 
 // One piece of at most nSize - 1 characters, ending after its line feed.
-bool CDataFileReader::ReadImageLine(char* szLine, int nSize)
+std::size_t CDataFileReader::ReadImageLine(char* szLine, int nSize)
 {
     std::memset(szLine, 0, static_cast<std::size_t>(nSize));
     int nCopied = 0;
@@ -97,10 +115,10 @@ bool CDataFileReader::ReadImageLine(char* szLine, int nSize)
         if (c == '\n')
             break;
     }
-    return nCopied > 0;
+    return static_cast<std::size_t>(nCopied);
 }
 
-bool CDataFileReader::AddLine(char* szLine, char cSeparator)
+bool CDataFileReader::AddLine(char* szLine, char cSeparator, int nLine)
 {
     if (m_nRecordLimit >= 0 && m_setRow.size() >= static_cast<std::size_t>(m_nRecordLimit))
         return false;
@@ -122,6 +140,7 @@ bool CDataFileReader::AddLine(char* szLine, char cSeparator)
     return AllocationTry([&] {
         auto pRow = std::make_unique<CDataRow>();
         pRow->Split(szLine, cSeparator);
+        pRow->m_nLine = nLine;
         m_setRow.push_back(std::move(pRow));
     });
 }

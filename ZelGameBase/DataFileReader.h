@@ -4,7 +4,9 @@
 // by index. Lines that are empty, begin with ";", a line feed, a carriage
 // return or "//" are dropped; fields are never trimmed; two separators in a
 // row give an empty field. Lines longer than 2047 characters arrive in pieces,
-// each read as a line of its own.
+// each read as a line of its own. Only a line feed ends a line: a carriage
+// return before it is part of the break, a lone one part of the line. Every
+// line counts in the rows' line numbers, dropped ones included.
 #pragma once
 
 #include <memory>
@@ -24,12 +26,20 @@ public:
     // The field through atoi (0 for empty or non-numeric); nDefault out of range.
     int GetInt(int nIndex, int nDefault) const;
 
+    // The 1-based line of the file on which the row's text stands (a piece
+    // of a long line: the line it came from); 0 for a row not read from a
+    // file.
+    int GetLine() const { return m_nLine; }
+
     // Splits szLine at every cSeparator; the text after the last one is the
     // last field (possibly empty).
     void Split(const char* szLine, char cSeparator);
 
 private:
+    friend class CDataFileReader;
+
     std::vector<std::string> m_setField;
+    int m_nLine = 0;
 };
 
 class CDataFileReader {
@@ -65,9 +75,14 @@ public:
 
 private:
     void ReadImage(char cSeparator);
-    bool ReadImageLine(char* szLine, int nSize);
+    // The bytes taken into szLine, 0 at the end of the image.
+    std::size_t ReadImageLine(char* szLine, int nSize);
+    // Adds a record for each piece that nextPiece(szLine, nSize) gives (the
+    // bytes it took, 0 at the end), numbering the lines they come from.
+    template <class NextPiece>
+    void ReadRecords(NextPiece&& nextPiece, char cSeparator);
     // False when the reading has to stop: the limit is reached or memory ran out.
-    bool AddLine(char* szLine, char cSeparator);
+    bool AddLine(char* szLine, char cSeparator, int nLine);
 
     std::string m_strImage;       // mode 1
     std::size_t m_nPosition = 0;  // mode 1 read position

@@ -34,6 +34,26 @@ protected:
         EXPECT_EQ(Read(strText, 1, cSeparator), records);
         return records;
     }
+
+    // The line of every record, read in mode 0, in mode 1 and from an image;
+    // the three must agree.
+    std::vector<int> Lines(const std::string& strText)
+    {
+        WriteFile("t.dat", strText);
+        std::vector<int> setLine[3];
+        for (int nSource = 0; nSource < 3; ++nSource) {
+            CDataFileReader reader;
+            if (nSource < 2)
+                EXPECT_TRUE(reader.Open("t.dat", nSource, ' '));
+            else
+                reader.OpenImage(std::string(strText), ' ');
+            for (int i = 0; i < reader.GetRecordAmount(); ++i)
+                setLine[nSource].push_back(reader.GetRecord(i)->GetLine());
+        }
+        EXPECT_EQ(setLine[1], setLine[0]);
+        EXPECT_EQ(setLine[2], setLine[0]);
+        return setLine[0];
+    }
 };
 
 }  // namespace
@@ -60,6 +80,24 @@ TEST_F(DataFileReaderTest, FiltersSplitsAndCutsLinesTheSameInBothModes)
         EXPECT_EQ(ReadBoth(c.first), c.second) << c.first;
     EXPECT_EQ(ReadBoth("a,b,,c\n", ','), (Records{{"a", "b", "", "c"}}));
     EXPECT_EQ(ReadBoth(std::string(100000, 'z')).size(), 49u);
+}
+
+TEST_F(DataFileReaderTest, RecordsKeepTheLineTheyStartOn)
+{
+    const std::string strLong = std::string(2047, 'a') + std::string(2047, 'b') + "c\n";
+    const std::pair<std::string, std::vector<int>> kCases[] = {
+        {"a\n;c\n\n//d\r\nb\r\n\r\n \nc", {1, 5, 7, 8}},  // dropped lines count; CR LF is one break
+        {"a\rb\nc\n", {1, 2}},                             // a lone carriage return ends no line
+        {std::string("a b\0c d\ne\n", 10), {1, 2}},
+        {strLong + "x\n", {1, 1, 1, 2}},                    // every piece of a long line carries its number
+        {std::string(2047, 'a') + "\nx\n", {1, 2}},          // the line feed alone is a dropped piece
+        {std::string(2046, 'a') + "\r\nx\n", {1, 2}},        // a break split between two pieces
+    };
+    for (const auto& c : kCases)
+        EXPECT_EQ(Lines(c.first), c.second) << c.first.substr(0, 40);
+    CDataRow row;
+    row.Split("a b", ' ');
+    EXPECT_EQ(row.GetLine(), 0);
 }
 
 TEST_F(DataFileReaderTest, FieldsByIndexWithDefaults)
