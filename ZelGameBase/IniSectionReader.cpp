@@ -159,12 +159,13 @@ void CIniSectionReader::Index()
             setTerminator[nTerminators++] = nStop;
             return std::string_view(pText + nBegin, nStop - nBegin);
         };
-        const bool bComment =
-            nFirst == nEnd || pText[nFirst] == ';' || (pText[nFirst] == '/' && nFirst + 1 < nEnd && pText[nFirst + 1] == '/');
+        const bool bComment = nFirst == nEnd || pText[nFirst] == ';' ||
+                              (pText[nFirst] == '/' && nFirst + 1 < nEnd && pText[nFirst + 1] == '/');
         if (!bComment && pText[nFirst] == '[') {
             const char* pClose = static_cast<const char*>(std::memchr(pText + nFirst, ']', nEnd - nFirst));
             const std::size_t nClose = pClose != nullptr ? static_cast<std::size_t>(pClose - pText) : nEnd;
-            m_setSection.push_back(Section{trimmed(nFirst + 1, nClose), static_cast<uint32_t>(m_setEntry.size()), 0, nLine});
+            m_setSection.push_back(
+                Section{trimmed(nFirst + 1, nClose), static_cast<uint32_t>(m_setEntry.size()), 0, nLine});
         } else if (!bComment && !m_setSection.empty()) {
             const char* pEqual = static_cast<const char*>(std::memchr(pText + nFirst, '=', nEnd - nFirst));
             if (pEqual != nullptr) {

@@ -65,10 +65,10 @@ TEST_F(DataFileReaderTest, FiltersSplitsAndCutsLinesTheSameInBothModes)
         {"a b \r\n", {{"a", "b", ""}}},
         {"; comment\n// comment\n\n\r\n \n", {{"", ""}}},  // a blank line is a record of two empty fields
         {" x\n", {{"", "x"}}},
-        {"/\n/x /\n", {{"/"}, {"/x", "/"}}},               // one slash is no comment
-        {"1\t2 3\n", {{"1\t2", "3"}}},                      // only the separator splits; nothing is trimmed
-        {"last", {{"last"}}},                               // no final line feed
-        {"a\rb\n", {{"a\rb"}}},                             // a lone carriage return stays inside
+        {"/\n/x /\n", {{"/"}, {"/x", "/"}}},  // one slash is no comment
+        {"1\t2 3\n", {{"1\t2", "3"}}},        // only the separator splits; nothing is trimmed
+        {"last", {{"last"}}},                 // no final line feed
+        {"a\rb\n", {{"a\rb"}}},               // a lone carriage return stays inside
         {std::string("a b\0c d\ne\n", 10), {{"a", "b"}, {"e"}}},
         {"", {}},
         {"\xA1\xEF\xD2\xBB 7\n", {{"\xA1\xEF\xD2\xBB", "7"}}},
@@ -87,11 +87,11 @@ TEST_F(DataFileReaderTest, RecordsKeepTheLineTheyStartOn)
     const std::string strLong = std::string(2047, 'a') + std::string(2047, 'b') + "c\n";
     const std::pair<std::string, std::vector<int>> kCases[] = {
         {"a\n;c\n\n//d\r\nb\r\n\r\n \nc", {1, 5, 7, 8}},  // dropped lines count; CR LF is one break
-        {"a\rb\nc\n", {1, 2}},                             // a lone carriage return ends no line
+        {"a\rb\nc\n", {1, 2}},                            // a lone carriage return ends no line
         {std::string("a b\0c d\ne\n", 10), {1, 2}},
-        {strLong + "x\n", {1, 1, 1, 2}},                    // every piece of a long line carries its number
-        {std::string(2047, 'a') + "\nx\n", {1, 2}},          // the line feed alone is a dropped piece
-        {std::string(2046, 'a') + "\r\nx\n", {1, 2}},        // a break split between two pieces
+        {strLong + "x\n", {1, 1, 1, 2}},               // every piece of a long line carries its number
+        {std::string(2047, 'a') + "\nx\n", {1, 2}},    // the line feed alone is a dropped piece
+        {std::string(2046, 'a') + "\r\nx\n", {1, 2}},  // a break split between two pieces
     };
     for (const auto& c : kCases)
         EXPECT_EQ(Lines(c.first), c.second) << c.first.substr(0, 40);

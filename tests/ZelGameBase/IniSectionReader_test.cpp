@@ -25,10 +25,12 @@ TEST_F(IniSectionReaderTest, ListsSectionsAndKeysInFileOrder)
     reader.OpenText(kText);
     ASSERT_EQ(reader.GetSectionAmount(), 3);
     const char* kTitles[] = {"Magic", "Other", "MAGIC"};  // a repeated title is a section of its own
-    for (int i = 0; i < 3; ++i) EXPECT_EQ(reader.GetTitle(i), kTitles[i]);
+    for (int i = 0; i < 3; ++i)
+        EXPECT_EQ(reader.GetTitle(i), kTitles[i]);
     const char* kKeys[] = {"Name", "name", "Power", "Big", "Path", "Empty"};
     ASSERT_EQ(reader.GetKeyAmount(0), 6);
-    for (int i = 0; i < 6; ++i) EXPECT_EQ(reader.GetKeyAt(0, i), kKeys[i]);
+    for (int i = 0; i < 6; ++i)
+        EXPECT_EQ(reader.GetKeyAt(0, i), kKeys[i]);
     EXPECT_STREQ(reader.GetValueAt(0, 0).data(), "Fire Ball");  // views are C texts too
     EXPECT_EQ(reader.GetKeyAt(0, 6), "");
     EXPECT_EQ(reader.GetKeyAmount(3), 0);
@@ -46,15 +48,15 @@ TEST_F(IniSectionReaderTest, LooksUpKeysInsideOneSection)
         int nInt;
         int nKey;
     } kCases[] = {
-        {0, "NAME", true, "Fire Ball", 0, 0},   // first occurrence wins, case folded
-        {0, "Power", true, "12ab", 12, 2},      // comment lines hide the earlier ones
+        {0, "NAME", true, "Fire Ball", 0, 0},  // first occurrence wins, case folded
+        {0, "Power", true, "12ab", 12, 2},     // comment lines hide the earlier ones
         {0, "Big", true, "99999999999", 2147483647, 3},
-        {0, "Path", true, "a=b", 0, 4},         // the value is all after the first "="
+        {0, "Path", true, "a=b", 0, 4},  // the value is all after the first "="
         {0, "Empty", true, "", 0, 5},
         {0, "NoEqualSign", false, "", -1, -1},
         {0, "Loose", false, "", -1, -1},
         {0, "Nam", false, "", -1, -1},
-        {1, "Power", true, "3", 3, 0},          // lone carriage returns end lines
+        {1, "Power", true, "3", 3, 0},  // lone carriage returns end lines
         {2, "Power", true, "4", 4, 0},
         {5, "Power", false, "", -1, -1},
         {-1, "Power", false, "", -1, -1},
@@ -123,8 +125,8 @@ std::string LinesOf(const std::string& strText)
     for (int i = 0; i < reader.GetSectionAmount(); ++i) {
         strLines += std::string(reader.GetTitle(i)) + "@" + std::to_string(reader.GetTitleLine(i)) + "{";
         for (int k = 0; k < reader.GetKeyAmount(i); ++k)
-            strLines += (k > 0 ? " " : "") + std::string(reader.GetKeyAt(i, k)) + "@" +
-                        std::to_string(reader.GetKeyLine(i, k));
+            strLines +=
+                (k > 0 ? " " : "") + std::string(reader.GetKeyAt(i, k)) + "@" + std::to_string(reader.GetKeyLine(i, k));
         strLines += "}";
     }
     return strLines;
@@ -135,11 +137,11 @@ std::string LinesOf(const std::string& strText)
 TEST(IniSectionReader, NumbersEveryHeaderAndKeyLine)
 {
     const std::pair<std::string, std::string> kCases[] = {
-        {"[A]\nk=1\n\nk=2\n", "A@1{k@2 k@4}"},        // a blank line counts; a repeated key keeps its own line
+        {"[A]\nk=1\n\nk=2\n", "A@1{k@2 k@4}"},      // a blank line counts; a repeated key keeps its own line
         {"[A]\r\nk=1\r\n\r\nk=2", "A@1{k@2 k@4}"},  // a carriage return and line feed are one break
-        {"[A]\rk=1\r\rk=2\r", "A@1{k@2 k@4}"},        // a lone carriage return is a break of its own
-        {"[A]\n\rk=1", "A@1{k@3}"},                    // a line feed, then a carriage return: two breaks
-        {"[A]\r\r\nk=1", "A@1{k@3}"},                 // a lone carriage return, then one pair
+        {"[A]\rk=1\r\rk=2\r", "A@1{k@2 k@4}"},      // a lone carriage return is a break of its own
+        {"[A]\n\rk=1", "A@1{k@3}"},                 // a line feed, then a carriage return: two breaks
+        {"[A]\r\r\nk=1", "A@1{k@3}"},               // a lone carriage return, then one pair
         // Lines before the first section, comments and lines without "=" all count.
         {"x=0\r\n; c\n// c\r[A]\r\n\r\n  k = 1 \nnone\n [B] \r\r\nk=2", "A@4{k@6}B@8{k@10}"},
         {kText, "Magic@2{Name@3 name@4 Power@7 Big@8 Path@9 Empty@10}Other@12{Power@13}MAGIC@14{Power@15}"},
