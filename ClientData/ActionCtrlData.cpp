@@ -1,15 +1,32 @@
 #include "ClientData/ActionCtrlData.h"
 
-#include <cstdio>
-
 #include "ClientData/ActionType.h"
+#include "ClientData/Catalogue.h"
+#include "ClientData/RecordRead.h"
 #include "ZelGameBase/IniSectionReader.h"
+#include "ZelGameBase/LoadFindings.h"
 #include "ZelGameBase/ZelCrt.h"
 #include "ZelGameBase/ZelGameBase.h"
 
 namespace {
 
-const char kFile[] = "ini/ActionCtrl.ini";
+#define CTRL_SEGMENT(i)                                                      \
+    FIELD_AT(ActionCtrlInfo, nTimePercent, i, "TimePercent" #i).Gen(0, 100), \
+        FIELD_AT(ActionCtrlInfo, nMovePercent, i, "MovePercent" #i).Gen(0, 100)
+const FieldDesc kCtrlFields[] = {
+    FILE_FIELD(int64_t, "Key").FromTitle().Gen(1000001, 1),
+    FIELD(ActionCtrlInfo, nSection, "Section").Gen(1, 4),
+    CTRL_SEGMENT(0),
+    CTRL_SEGMENT(1),
+    CTRL_SEGMENT(2),
+    CTRL_SEGMENT(3),
+    CTRL_SEGMENT(4),
+    CTRL_SEGMENT(5),
+    CTRL_SEGMENT(6),
+    CTRL_SEGMENT(7),
+};
+#undef CTRL_SEGMENT
+const RecordDesc kCtrlRecord(kCtrlFields);
 
 // The title as a decimal 64-bit number; 0 when it does not begin with one.
 int64_t TitleKey(const char* szTitle)
@@ -20,27 +37,39 @@ int64_t TitleKey(const char* szTitle)
     return nKey;
 }
 
+// Only the signed remainder of "Section" by 8 counts: at most 7 segments,
+// and a negative count reads none. The percentages beyond the count are not
+// part of the record.
+void SegmentsKeep(ActionCtrlInfo& info, const char* szPath, int nLine)
+{
+    const int32_t nGiven = info.nSection;
+    info.nSection = nGiven % kActionCtrlSegmentMax;
+    for (int i = info.nSection < 0 ? 0 : info.nSection; i < kActionCtrlSegmentMax; ++i)
+        info.nTimePercent[i] = info.nMovePercent[i] = 0;
+    if (nGiven != info.nSection && LoadFindingsWanted())
+        LoadFindingReport(szPath, nLine, FINDING_WARNING, "segment-count",
+                          "Section=%d keeps %d segments: only the remainder by 8 counts", nGiven, info.nSection);
+}
+
 }  // namespace
 
 void CActionCtrlData::Load()
 {
+    const char* szPath = CatalogueFileOf<CActionCtrlData>();
     CIniSectionReader reader;
-    if (!reader.Open(kFile, 1)) {
-        LogSave("%s load error!", kFile);
+    if (!reader.Open(szPath, 1)) {
+        LogSave("%s load error!", szPath);
         return;
     }
     for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection) {
         ActionCtrlInfo info = {};
-        // Signed remainder: at most 7 segments; a negative count reads none.
-        info.nSection = reader.GetInt(nSection, "Section", 0) % kActionCtrlSegmentMax;
-        for (int i = 0; i < info.nSection; ++i) {
-            char szKey[32];
-            std::snprintf(szKey, sizeof(szKey), "TimePercent%d", i);
-            info.nTimePercent[i] = reader.GetInt(nSection, szKey, 0);
-            std::snprintf(szKey, sizeof(szKey), "MovePercent%d", i);
-            info.nMovePercent[i] = reader.GetInt(nSection, szKey, 0);
-        }
-        m_mapCtrl.emplace(TitleKey(reader.GetTitle(nSection).data()), info);  // first section wins
+        RecordReadSection(kCtrlRecord, reader, nSection, &info, szPath);
+        SegmentsKeep(info, szPath, reader.GetTitleLine(nSection));
+        const int64_t nKey = TitleKey(reader.GetTitle(nSection).data());
+        if (!m_mapCtrl.emplace(nKey, info).second && LoadFindingsWanted())  // the first section wins
+            LoadFindingReport(szPath, reader.GetTitleLine(nSection), FINDING_WARNING, "duplicate-id",
+                              "key %lld was given before: lookups answer the first section",
+                              static_cast<long long>(nKey));
     }
 }
 
@@ -70,3 +99,21 @@ const ActionCtrlInfo* CActionCtrlData::GetActionCtrl(int64_t nKey)
             return pInfo;
     return nullptr;
 }
+
+namespace {
+
+void CtrlForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
+{
+    for (const auto& [nKey, info] : static_cast<CActionCtrlData&>(table).Ctrls())
+        fn(&info, RecordKeyOf(nKey), pContext);
+}
+
+const void* CtrlFind(CDataTable& table, const RecordKey& key)
+{
+    return static_cast<CActionCtrlData&>(table).GetActionCtrl(key.nNumber[0]);
+}
+
+}  // namespace
+
+const TableDesc kActionCtrlDesc = {&kCtrlRecord, TABLE_KEY_NUMBERS, "Key",   &CtrlForEach,
+                                   &CtrlFind,    nullptr,           nullptr, 300};

@@ -7,6 +7,7 @@
 #include <map>
 
 #include "ClientData/DataTable.h"
+#include "ClientData/TableDesc.h"
 
 constexpr int kActionCtrlSegmentMax = 8;
 
@@ -35,7 +36,7 @@ public:
     virtual const ActionCtrlInfo* GetActionCtrl(int64_t nKey);
 
     std::size_t GetLoadedAmount() const { return m_mapCtrl.size(); }
-    // Every record held, by key (for tools).
+    // Every record held, by key.
     const std::map<int64_t, ActionCtrlInfo>& Ctrls() const { return m_mapCtrl; }
 
 private:
@@ -43,6 +44,8 @@ private:
 
     std::map<int64_t, ActionCtrlInfo> m_mapCtrl;
 };
+
+extern const TableDesc kActionCtrlDesc;
 
 // Amount of keys GetActionCtrl tries.
 constexpr int kActionCtrlKeyAmount = 4;

@@ -7,6 +7,7 @@
 #include <map>
 
 #include "ClientData/DataTable.h"
+#include "ClientData/TableDesc.h"
 
 struct ActionDelayInfo {
     uint32_t WoundDelay;
@@ -32,9 +33,11 @@ public:
     virtual const ActionDelayInfo* GetActionDelay(uint32_t nAction);
 
     std::size_t GetLoadedAmount() const { return m_mapDelay.size(); }
-    // Every record held, by action number (for tools).
+    // Every record held, by action number.
     const std::map<uint32_t, ActionDelayInfo>& Delays() const { return m_mapDelay; }
 
 private:
     std::map<uint32_t, ActionDelayInfo> m_mapDelay;
 };
+
+extern const TableDesc kActionDelayDesc;

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "ClientData/DataTable.h"
+#include "ClientData/TableDesc.h"
 
 struct ActionEffectOffset {
     int32_t nId;  // section number / 10000
@@ -37,7 +38,7 @@ public:
     virtual const ActionEffectOffset* GetActionEffectOffset(int nId, int nVariant, int nSubVariant);
 
     std::size_t GetLoadedAmount() const { return m_setOffset.size(); }
-    // Every record held, in file order (for tools).
+    // Every record held, in file order.
     const std::vector<ActionEffectOffset>& Offsets() const { return m_setOffset; }
 
 private:
@@ -46,4 +47,7 @@ private:
     std::vector<ActionEffectOffset> m_setOffset;  // file order
     // The first record of each (id, variant, sub-variant), built after loading.
     std::map<Key, std::size_t> m_mapFirst;
+    std::vector<int> m_setLine;  // each record's title line, for findings
 };
+
+extern const TableDesc kActionEffectOffsetDesc;

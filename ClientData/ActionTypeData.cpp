@@ -2,13 +2,21 @@
 
 #include <cstring>
 
+#include "ClientData/Catalogue.h"
 #include "ZelGameBase/DataFileReader.h"
+#include "ZelGameBase/LoadFindings.h"
 #include "ZelGameBase/ZelCommon.h"
 #include "ZelGameBase/ZelGameBase.h"
 
 namespace {
-const char kPlayerFile[] = "ini/ActionType.ini";
-const char kMonsterFile[] = "ini/MonsterActionType.ini";
+
+// A line of either file: the action number, a blank, the action's name.
+const FieldDesc kActionTypeFields[] = {
+    FILE_FIELD(int32_t, "Number").Gen(1, 999),
+    FILE_FIELD(char[128], "Name"),
+};
+const RecordDesc kActionTypeRecord(kActionTypeFields);
+
 }  // namespace
 
 CActionTypeData::CActionTypeData() { ActionNameListFill(); }
@@ -22,10 +30,12 @@ void CActionTypeData::Load()
     Clear();
     // Set before reading: a missing file is reported once, not on every query.
     m_bLoaded = true;
-    if (!LoadFile(kPlayerFile, m_nActionType))
-        LogSave("Load Error %s not find", kPlayerFile);
-    if (!LoadFile(kMonsterFile, m_nMonsterActionType))
-        LogSave("Load Error %s not find", kMonsterFile);
+    const char* szPlayerFile = CatalogueFileOf<CActionTypeData>();
+    const char* szMonsterFile = CatalogueExtraOf(CatalogueSlotOf<CActionTypeData>(), 0);
+    if (!LoadFile(szPlayerFile, m_nActionType))
+        LogSave("Load Error %s not find", szPlayerFile);
+    if (!LoadFile(szMonsterFile, m_nMonsterActionType))
+        LogSave("Load Error %s not find", szMonsterFile);
 }
 
 void CActionTypeData::Clear()
@@ -43,13 +53,23 @@ bool CActionTypeData::LoadFile(const char* szPath, int* pActionType)
     CDataFileReader reader;
     if (!reader.Open(szPath, 0, ' '))
         return false;
+    const bool bFindings = LoadFindingsWanted();
+    int setLine[kActionPositionAmount] = {};  // the line that mapped each position, for findings
     for (int i = 0; i < reader.GetRecordAmount(); ++i) {
         const CDataRow* pRow = reader.GetRecord(i);
         char szName[128];
         SafeStrCopy(szName, sizeof(szName), pRow->GetStr(1, ""));
         const int nPosition = ActionPositionOf(szName);
-        if (nPosition < 0)
+        if (nPosition < 0) {
+            if (bFindings)
+                LoadFindingReport(szPath, pRow->GetLine(), FINDING_WARNING, "unknown-name",
+                                  "%s is no action name: the line maps nothing", szName);
             continue;
+        }
+        if (bFindings && setLine[nPosition] != 0)
+            LoadFindingReport(szPath, setLine[nPosition], FINDING_WARNING, "duplicate-name",
+                              "%s is mapped again at line %d: the later line wins", szName, pRow->GetLine());
+        setLine[nPosition] = pRow->GetLine();
         pActionType[nPosition] = pRow->GetInt(0, 0);
         ++m_nMapped;
     }
@@ -70,3 +90,45 @@ int CActionTypeData::ActionAt(const int* pActionType, int nPosition)
 int CActionTypeData::GetActionType(int nPosition) { return ActionAt(m_nActionType, nPosition); }
 
 int CActionTypeData::GetMonsterActionType(int nPosition) { return ActionAt(m_nMonsterActionType, nPosition); }
+
+namespace {
+
+// A position is the record the tools see: its name and both numbers.
+struct PositionList {
+    int nPosition[kActionPositionAmount];
+    constexpr PositionList() : nPosition()
+    {
+        for (int i = 0; i < kActionPositionAmount; ++i)
+            nPosition[i] = i;
+    }
+};
+constexpr PositionList kPositions;
+
+void ActionTypeForEach(CDataTable&, RecordSinkFn fn, void* pContext)
+{
+    for (int nPosition = 0; nPosition < kActionNameAmount; ++nPosition)
+        fn(&kPositions.nPosition[nPosition], RecordKey{0, {0, 0, 0, 0}, ActionNameAt(nPosition)}, pContext);
+}
+
+// A position, or a name of the list.
+const void* ActionTypeFind(CDataTable&, const RecordKey& key)
+{
+    const int64_t nPosition = key.szName != nullptr ? ActionPositionOf(key.szName) : key.nNumber[0];
+    return nPosition >= 0 && nPosition < kActionPositionAmount ? &kPositions.nPosition[nPosition] : nullptr;
+}
+
+void ActionTypeVisit(CDataTable& table, const void* pRecord, FieldVisitor& visitor)
+{
+    CActionTypeData& actions = static_cast<CActionTypeData&>(table);
+    const int nPosition = *static_cast<const int*>(pRecord);
+    const char* szName = ActionNameAt(nPosition);
+    visitor.Number("Position", nPosition);
+    visitor.Text("Name", szName != nullptr ? szName : "");
+    visitor.Number("ActionType", actions.GetActionType(nPosition));
+    visitor.Number("MonsterActionType", actions.GetMonsterActionType(nPosition));
+}
+
+}  // namespace
+
+const TableDesc kActionTypeDesc = {&kActionTypeRecord, TABLE_KEY_TITLE,  "",      &ActionTypeForEach,
+                                   &ActionTypeFind,    &ActionTypeVisit, nullptr, 290};

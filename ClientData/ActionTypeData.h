@@ -7,6 +7,7 @@
 
 #include "ClientData/ActionType.h"
 #include "ClientData/DataTable.h"
+#include "ClientData/TableDesc.h"
 
 class CActionTypeData final : public CDataTable {
 public:
@@ -42,3 +43,5 @@ private:
     int m_nMonsterActionType[kActionPositionAmount] = {};
     std::size_t m_nMapped = 0;
 };
+
+extern const TableDesc kActionTypeDesc;

@@ -1,13 +1,22 @@
 #include "ClientData/ActionValueData.h"
 
 #include "ClientData/ActionType.h"
+#include "ClientData/Catalogue.h"
+#include "ClientData/RecordRead.h"
 #include "ZelGameBase/DataFileReader.h"
+#include "ZelGameBase/LoadFindings.h"
 #include "ZelGameBase/ZelCommon.h"
 #include "ZelGameBase/ZelCrt.h"
 
 namespace {
 
-const char kFile[] = "ini/Action.dat";
+// A line: the key (a decimal 64-bit number) and the value.
+const FieldDesc kValueFields[] = {
+    FILE_FIELD(int64_t, "Key").FromTitle().Gen(1001001001, 1),
+    FieldOf<int>("Value", 0).Gen(10, 70),
+};
+const RecordDesc kValueRecord(kValueFields);
+
 constexpr int kDefaultValue = 33;
 
 int BuiltInValue(int64_t nKey)
@@ -39,8 +48,9 @@ void ActionValueKeys(int64_t nKey, int64_t (&nKeys)[kActionValueKeyAmount])
 void CActionValueData::Load()
 {
     m_mapValue.clear();
+    const char* szPath = CatalogueFileOf<CActionValueData>();
     CDataFileReader reader;
-    if (!reader.Open(kFile, 1, ' '))
+    if (!reader.Open(szPath, 1, ' '))
         return;
     for (int i = 0; i < reader.GetRecordAmount(); ++i) {
         const CDataRow* pRow = reader.GetRecord(i);
@@ -48,9 +58,17 @@ void CActionValueData::Load()
         SafeStrCopy(szKey, sizeof(szKey), pRow->GetStr(0, ""));
         const char* pText = szKey;
         int64_t nKey = 0;
-        if (CrtScanInt64(pText, &nKey) != SCAN_CONVERTED)
+        if (CrtScanInt64(pText, &nKey) != SCAN_CONVERTED) {
+            if (LoadFindingsWanted())
+                LoadFindingReport(szPath, pRow->GetLine(), FINDING_ERROR, "bad-key",
+                                  "%s is not a number: the line is skipped", szKey);
             continue;
-        m_mapValue.emplace(nKey, pRow->GetInt(1, 0));  // first line wins
+        }
+        int nValue = 0;
+        RecordReadColumns(kValueRecord, *pRow, 0, &nValue, szPath);
+        if (!m_mapValue.emplace(nKey, nValue).second && LoadFindingsWanted())  // the first line wins
+            LoadFindingReport(szPath, pRow->GetLine(), FINDING_WARNING, "duplicate-id",
+                              "key %lld was given before: lookups answer the first line", static_cast<long long>(nKey));
     }
 }
 
@@ -67,3 +85,25 @@ int CActionValueData::GetActionValue(int64_t nKey)
     }
     return kDefaultValue;
 }
+
+namespace {
+
+void ValueForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
+{
+    for (const auto& [nKey, nValue] : static_cast<CActionValueData&>(table).Values())
+        fn(&nValue, RecordKeyOf(nKey), pContext);
+}
+
+// The value the lookup answers is no record of the table: a wildcard or the
+// built-in rule may give it. It is handed out from one place per call.
+const void* ValueFind(CDataTable& table, const RecordKey& key)
+{
+    static int s_nAnswer;
+    s_nAnswer = static_cast<CActionValueData&>(table).GetActionValue(key.nNumber[0]);
+    return &s_nAnswer;
+}
+
+}  // namespace
+
+const TableDesc kActionValueDesc = {&kValueRecord, TABLE_KEY_NUMBERS, "Key",   &ValueForEach,
+                                    &ValueFind,    nullptr,           nullptr, 600};

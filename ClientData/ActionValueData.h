@@ -7,6 +7,7 @@
 #include <map>
 
 #include "ClientData/DataTable.h"
+#include "ClientData/TableDesc.h"
 
 // Lines of blank-separated tokens: the key (a decimal 64-bit number; lines
 // where it does not parse are skipped) and the value (decimal, 0 when
@@ -29,12 +30,14 @@ public:
     virtual int GetActionValue(int64_t nKey);
 
     std::size_t GetLoadedAmount() const { return m_mapValue.size(); }
-    // Every value held, by key (for tools).
+    // Every value held, by key.
     const std::map<int64_t, int>& Values() const { return m_mapValue; }
 
 private:
     std::map<int64_t, int> m_mapValue;
 };
+
+extern const TableDesc kActionValueDesc;
 
 // Amount of keys GetActionValue tries.
 constexpr int kActionValueKeyAmount = 8;

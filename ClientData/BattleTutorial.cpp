@@ -1,15 +1,32 @@
 #include "ClientData/BattleTutorial.h"
 
+#include <climits>
 #include <cstring>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 
-#include "ClientData/SectionKeys.h"
+#include "ClientData/Catalogue.h"
+#include "ClientData/RecordRead.h"
+#include "ZelGameBase/IniSectionReader.h"
+#include "ZelGameBase/LoadFindings.h"
 #include "ZelGameBase/ZelCommon.h"
 #include "ZelGameBase/ZelCrt.h"
 
 namespace {
+
+// A section: the script's id (its title), its type, and its lines from
+// Line1 to Line<LineAmount>.
+const FieldDesc kScriptFields[] = {
+    FILE_FIELD(int32_t, "Id").FromTitle().Gen(100, 1),
+    FIELD(TutorialScript, nType, "Type").Gen(0, 3),
+    FILE_FIELD(int32_t, "LineAmount").Gen(2, 9),
+    FILE_FIELD(char[1024], "Line%d"),
+};
+const RecordDesc kScriptRecord(kScriptFields);
+const FieldDesc& kLineAmountField = kScriptFields[2];
+const FieldDesc& kLineField = kScriptFields[3];
 
 // The keywords are the file's vocabulary, spelling slips included
 // ("Chage_Group", "Del_HotKeyEffect" beside "Add_HotkeyEffect",
@@ -214,7 +231,34 @@ std::vector<std::size_t> TokenStarts(std::string_view line)
 
 }  // namespace
 
+namespace {
+
+// Whether a tip command's text runs past what the command keeps.
+bool TutorialTextCut(const char* szLine)
+{
+    const TutorialKeyword* pKeyword = TutorialKeywordOf(szLine);
+    if (pKeyword == nullptr || pKeyword->nTextToken <= 0)
+        return false;
+    const char* pText = szLine;
+    for (int nToken = 0; nToken < pKeyword->nTextToken && pText != nullptr; ++nToken) {
+        pText = std::strchr(pText, ',');
+        pText = pText != nullptr ? pText + 1 : nullptr;
+    }
+    return pText != nullptr && std::strlen(pText) >= static_cast<std::size_t>(kTutorialTextSize);
+}
+
+}  // namespace
+
 int TutorialKeywordAmount() { return kKeywordAmount; }
+
+const TutorialKeyword* TutorialKeywordOf(const char* szLine)
+{
+    if (szLine == nullptr)
+        return nullptr;
+    const char* szComma = std::strchr(szLine, ',');
+    return KeywordFind(szComma != nullptr ? std::string_view(szLine, static_cast<std::size_t>(szComma - szLine))
+                                          : std::string_view(szLine));
+}
 
 const TutorialKeyword& TutorialKeywordAt(int nIndex)
 {
@@ -251,28 +295,67 @@ bool ParseTutorialCommand(TutorialCommand* pCommand, const char* szLine)
     return true;
 }
 
+CBattleTutorialTable::CBattleTutorialTable() { m_strFileName = CatalogueFileOf<CBattleTutorialTable>(); }
+
 void CBattleTutorialTable::Load()
 {
     CIniSectionReader reader;
-    if (!reader.Open(m_strFilePath.c_str(), 0))
+    const char* szPath = m_strFilePath.c_str();
+    if (!reader.Open(szPath, 0))
         return;
     for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection) {
         const int nId = CrtAtoi(reader.GetTitle(nSection).data());
-        if (nId < 0)
+        if (nId < 0) {
+            if (LoadFindingsWanted())
+                LoadFindingReport(szPath, reader.GetTitleLine(nSection), FINDING_ERROR, "bad-title",
+                                  "section [%s] has a negative id: skipped", reader.GetTitle(nSection).data());
             continue;
-        TutorialScript script{reader.GetInt(nSection, "Type", 0), {}};
-        // Line1 .. Line<LineAmount>; a line that gives no command is dropped.
-        const int nLineAmount = reader.GetInt(nSection, "LineAmount", 0);
-        for (int i : SectionKeyNumbersFind(reader, nSection, "Line", 1, nLineAmount)) {
-            char szKey[32];
-            SafeSprintf(szKey, sizeof(szKey), "Line%d", i);
-            std::string_view line;
-            reader.GetValue(nSection, szKey, line);
-            TutorialCommand command;
-            if (ParseTutorialCommand(&command, line.data()) && !script.setCommand.PushBack(command))
-                break;  // out of memory: the commands read so far stay
         }
+        TutorialScript script{0, {}};
+        RecordReadSection(kScriptRecord, reader, nSection, &script, szPath);
+        LinesRead(reader, nSection, script);
+        if (LoadFindingsWanted() && m_mapScript.count(nId) != 0)
+            LoadFindingReport(szPath, reader.GetTitleLine(nSection), FINDING_WARNING, "duplicate-id",
+                              "script %d was given before: this later section replaces it", nId);
         m_mapScript[nId] = std::move(script);
+    }
+}
+
+// Line1 .. Line<LineAmount>; a line that gives no command is dropped.
+void CBattleTutorialTable::LinesRead(const CIniSectionReader& reader, int nSection, TutorialScript& script) const
+{
+    const char* szPath = m_strFilePath.c_str();
+    const bool bFindings = LoadFindingsWanted();
+    const int nLineAmount = reader.GetInt(nSection, kLineAmountField.szKey, 0);
+    if (bFindings) {
+        const std::set<int> setAll = RecordKeyNumbers(kLineField, reader, nSection, 0, INT_MAX);
+        if (!setAll.empty() && *setAll.rbegin() > nLineAmount)
+            LoadFindingReport(szPath, reader.GetTitleLine(nSection), FINDING_ERROR, "line-amount",
+                              "%s=%d, but lines up to %d are given: the later ones are never read",
+                              kLineAmountField.szKey, nLineAmount, *setAll.rbegin());
+    }
+    for (int i : RecordKeyNumbers(kLineField, reader, nSection, 1, nLineAmount)) {
+        char szKey[32];
+        SafeSprintf(szKey, sizeof(szKey), kLineField.szKey, i);
+        const int nKey = reader.FindKey(nSection, szKey);
+        const char* szLine = reader.GetValueAt(nSection, nKey).data();
+        TutorialCommand command;
+        if (ParseTutorialCommand(&command, szLine)) {
+            if (bFindings && TutorialTextCut(szLine))
+                LoadFindingReport(szPath, reader.GetKeyLine(nSection, nKey), FINDING_WARNING, "text-cut",
+                                  "%s: the text is cut to %zu characters", szKey, sizeof(command.szText) - 1);
+            if (!script.setCommand.PushBack(command))
+                break;  // out of memory: the commands read so far stay
+        } else if (bFindings && szLine[0] != '\0') {
+            const TutorialKeyword* pKeyword = TutorialKeywordOf(szLine);
+            if (pKeyword == nullptr)
+                LoadFindingReport(szPath, reader.GetKeyLine(nSection, nKey), FINDING_ERROR, "unknown-keyword",
+                                  "%s: no command begins so: the line is dropped", szKey);
+            else
+                LoadFindingReport(szPath, reader.GetKeyLine(nSection, nKey), FINDING_ERROR, "too-few-tokens",
+                                  "%s: %s takes at least %d tokens: the line is dropped", szKey, pKeyword->szKeyword,
+                                  pKeyword->nMinTokens);
+        }
     }
 }
 
@@ -301,3 +384,44 @@ const TutorialCommand* CBattleTutorialTable::GetCommand(int nId, int nIndex)
         return nullptr;
     return &pScript->setCommand[nIndex];
 }
+
+namespace {
+
+void ScriptForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
+{
+    for (const auto& [nId, script] : static_cast<CBattleTutorialTable&>(table).Scripts())
+        fn(&script, RecordKeyOf(nId), pContext);
+}
+
+const void* ScriptFind(CDataTable& table, const RecordKey& key)
+{
+    return static_cast<CBattleTutorialTable&>(table).GetScript(static_cast<int>(key.nNumber[0]));
+}
+
+// Each command as the player takes it: its keyword, code, parameters and text.
+void ScriptVisit(CDataTable&, const void* pRecord, FieldVisitor& visitor)
+{
+    const TutorialScript& script = *static_cast<const TutorialScript*>(pRecord);
+    visitor.Number("CommandAmount", static_cast<int64_t>(script.setCommand.size()));
+    for (std::size_t i = 0; i < script.setCommand.size(); ++i) {
+        const TutorialCommand& command = script.setCommand[i];
+        const std::string strPrefix = "Command" + std::to_string(i);
+        const char* szKeyword = "";
+        for (int k = 0; k < TutorialKeywordAmount(); ++k)
+            if (TutorialKeywordAt(k).nCode == command.nCode)
+                szKeyword = TutorialKeywordAt(k).szKeyword;
+        visitor.Text((strPrefix + "Keyword").c_str(), szKeyword);
+        visitor.Number((strPrefix + "Code").c_str(), command.nCode);
+        std::string strParams;
+        for (int nParam : command.nParam)
+            strParams += (strParams.empty() ? "" : ",") + std::to_string(nParam);
+        visitor.Text((strPrefix + "Params").c_str(), strParams.c_str());
+        if (command.szText[0] != '\0')
+            visitor.Text((strPrefix + "Text").c_str(), command.szText);
+    }
+}
+
+}  // namespace
+
+const TableDesc kBattleTutorialDesc = {&kScriptRecord, TABLE_KEY_NUMBERS, "Id",    &ScriptForEach,
+                                       &ScriptFind,    &ScriptVisit,      nullptr, 180};

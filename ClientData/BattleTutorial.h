@@ -31,7 +31,10 @@
 #include <cstddef>
 #include <map>
 
+class CIniSectionReader;
+
 #include "ClientData/DataTable.h"
+#include "ClientData/TableDesc.h"
 
 constexpr int kTutorialParamAmount = 6;  // the longest minimum: keyword and six parameters
 constexpr int kTutorialTextSize = 256;
@@ -65,6 +68,9 @@ struct TutorialKeyword {
 // range gives the first keyword).
 int TutorialKeywordAmount();
 const TutorialKeyword& TutorialKeywordAt(int nIndex);
+// The keyword a line begins with (its text up to the first comma), compared
+// byte for byte; null when the vocabulary has none.
+const TutorialKeyword* TutorialKeywordOf(const char* szLine);
 
 // Fills *pCommand from one line. False, leaving code 0, for a null command or
 // line, an empty line, an unknown keyword or too few tokens; true otherwise.
@@ -72,7 +78,7 @@ bool ParseTutorialCommand(TutorialCommand* pCommand, const char* szLine);
 
 class CBattleTutorialTable : public CDataTable {
 public:
-    CBattleTutorialTable() { m_strFileName = "BattleTutorial.ini"; }
+    CBattleTutorialTable();
     ~CBattleTutorialTable() = default;
     ZEL_DELETING_DESTRUCTOR
 
@@ -94,9 +100,13 @@ public:
     virtual const TutorialCommand* GetCommand(int nId, int nIndex);
 
     std::size_t GetLoadedAmount() const { return m_mapScript.size(); }
-    // Every script held, by id (for tools).
+    // Every script held, by id.
     const std::map<int, TutorialScript>& Scripts() const { return m_mapScript; }
 
 private:
+    void LinesRead(const CIniSectionReader& reader, int nSection, TutorialScript& script) const;
+
     std::map<int, TutorialScript> m_mapScript;
 };
+
+extern const TableDesc kBattleTutorialDesc;

@@ -1,9 +1,11 @@
-// Compile-time view of Catalogue.def: the entries by slot, the construction
-// order, and the class embedded for each slot.
+// Compile-time view of Catalogue.def: the entries by slot with their files,
+// kinds and descriptions, the further files, the construction order, and the
+// class embedded for each slot.
 #pragma once
 
 #include <cstddef>
 #include <string>
+#include <type_traits>
 
 #include "ClientData/CatalogueTables.h"
 
@@ -11,21 +13,78 @@ constexpr int kFirstTableSlot = 9;
 constexpr int kTableAmount = 197;
 constexpr int kLastTableSlot = kFirstTableSlot + kTableAmount - 1;
 
+// The kind of a table's main file (see Catalogue.def).
+enum class CatalogueKind { SECTIONS, COLUMNS, SETTINGS };
+
 struct CatalogueEntry {
     int nSlot;
     const char* szName;
     const char* szFile;
+    CatalogueKind kind;
+    const TableDesc* pDesc;
+    bool bGeneric;  // a table without a design of its own
 };
 
 // In slot order: kCatalogue[slot - kFirstTableSlot].
 constexpr CatalogueEntry kCatalogue[] = {
-#define CLIENTDATA_TABLE(slot, name, iface, cls, file) {slot, #name, file},
+#define CLIENTDATA_TABLE(slot, name, iface, cls, file, kind, desc) \
+    {slot, #name, file, CatalogueKind::kind, &desc, false},
+#define CLIENTDATA_GENERIC(slot, name, file, kind) \
+    {slot, #name, file, CatalogueKind::kind, &CLIENTDATA_GENERIC_DESC(kind), true},
 #include "ClientData/Catalogue.def"
 #undef CLIENTDATA_TABLE
+#undef CLIENTDATA_GENERIC
 };
 static_assert(sizeof(kCatalogue) / sizeof(kCatalogue[0]) == kTableAmount);
 
 constexpr const CatalogueEntry& CatalogueEntryOf(int nSlot) { return kCatalogue[nSlot - kFirstTableSlot]; }
+
+// A further file a table reads, in the order the catalogue lists them.
+struct CatalogueExtra {
+    int nSlot;
+    const char* szFile;  // a folder ends with "/"
+};
+constexpr CatalogueExtra kCatalogueExtras[] = {
+#define CLIENTDATA_TABLE(slot, name, iface, cls, file, kind, desc)
+#define CLIENTDATA_GENERIC(slot, name, file, kind)
+#define CLIENTDATA_EXTRA(slot, file) {slot, file},
+#include "ClientData/Catalogue.def"
+#undef CLIENTDATA_TABLE
+#undef CLIENTDATA_GENERIC
+#undef CLIENTDATA_EXTRA
+};
+
+// The nIndex-th further file of a slot; null past the last.
+constexpr const char* CatalogueExtraOf(int nSlot, int nIndex)
+{
+    for (const CatalogueExtra& extra : kCatalogueExtras)
+        if (extra.nSlot == nSlot && nIndex-- == 0)
+            return extra.szFile;
+    return nullptr;
+}
+
+// The slot of a table class with a design of its own.
+template <class T>
+constexpr int CatalogueSlotOf()
+{
+    int nSlot = 0;
+#define CLIENTDATA_TABLE(slot, name, iface, cls, file, kind, desc) \
+    if (std::is_same_v<T, cls>)                                    \
+        nSlot = slot;
+#define CLIENTDATA_GENERIC(slot, name, file, kind)
+#include "ClientData/Catalogue.def"
+#undef CLIENTDATA_TABLE
+#undef CLIENTDATA_GENERIC
+    return nSlot;
+}
+
+// The file of a table class: its bare name, or the fixed path it reads.
+template <class T>
+constexpr const char* CatalogueFileOf()
+{
+    static_assert(CatalogueSlotOf<T>() != 0, "a table of the catalogue");
+    return CatalogueEntryOf(CatalogueSlotOf<T>()).szFile;
+}
 
 // Where a catalogue file lies in the standard data set (no alternative
 // version), with forward slashes and no leading "./": a bare name lies
@@ -49,10 +108,10 @@ struct SlotRun {
     int nLast;
 };
 constexpr SlotRun kConstructionRuns[] = {
-    {9, 14},   {16, 16},   {15, 15},   {17, 74},   {76, 77},   {80, 81},   {83, 86},   {93, 98},
-    {100, 100}, {103, 103}, {101, 101}, {105, 105}, {107, 107}, {109, 118}, {75, 75},   {78, 79},
-    {82, 82},   {88, 92},   {87, 87},   {99, 99},   {102, 102}, {104, 104}, {106, 106}, {108, 108},
-    {119, 202}, {204, 204}, {203, 203}, {205, 205},
+    {9, 14},    {16, 16},   {15, 15},   {17, 74},   {76, 77},   {80, 81},   {83, 86},
+    {93, 98},   {100, 100}, {103, 103}, {101, 101}, {105, 105}, {107, 107}, {109, 118},
+    {75, 75},   {78, 79},   {82, 82},   {88, 92},   {87, 87},   {99, 99},   {102, 102},
+    {104, 104}, {106, 106}, {108, 108}, {119, 202}, {204, 204}, {203, 203}, {205, 205},
 };
 
 struct ConstructionOrder {
@@ -96,11 +155,18 @@ static_assert(EveryTableOnce(), "the construction order names every table once")
 
 template <int Slot>
 struct CatalogueSlot;
-#define CLIENTDATA_TABLE(slot, name, iface, cls, file) \
-    template <>                                        \
-    struct CatalogueSlot<slot> {                       \
-        using Interface = iface;                       \
-        using Class = cls;                             \
+#define CLIENTDATA_TABLE(slot, name, iface, cls, file, kind, desc) \
+    template <>                                                    \
+    struct CatalogueSlot<slot> {                                   \
+        using Interface = iface;                                   \
+        using Class = cls;                                         \
+    };
+#define CLIENTDATA_GENERIC(slot, name, file, kind)            \
+    template <>                                               \
+    struct CatalogueSlot<slot> {                              \
+        using Interface = CLIENTDATA_GENERIC_INTERFACE(kind); \
+        using Class = CLIENTDATA_GENERIC_CLASS(kind);         \
     };
 #include "ClientData/Catalogue.def"
 #undef CLIENTDATA_TABLE
+#undef CLIENTDATA_GENERIC

@@ -116,26 +116,30 @@ void CClientDataMgr::ReloadDeferred(bool bDefer)
 CDataTable* CClientDataMgr::GetTableBySlot(int nSlot)
 {
     switch (nSlot) {
-#define CLIENTDATA_TABLE(slot, name, iface, cls, file) \
-    case slot:                                         \
+#define CLIENTDATA_TABLE(slot, name, iface, cls, file, kind, desc) \
+    case slot:                                                     \
         return Get##name();
+#define CLIENTDATA_GENERIC(slot, name, file, kind) CLIENTDATA_TABLE(slot, name, , , , , )
 #include "ClientData/Catalogue.def"
 #undef CLIENTDATA_TABLE
-    default:
-        return nullptr;
+#undef CLIENTDATA_GENERIC
+        default:
+            return nullptr;
     }
 }
 
 int CClientDataMgr::GetLoadedAmountBySlot(int nSlot)
 {
     switch (nSlot) {
-#define CLIENTDATA_TABLE(slot, name, iface, cls, file) \
-    case slot:                                         \
+#define CLIENTDATA_TABLE(slot, name, iface, cls, file, kind, desc) \
+    case slot:                                                     \
         return static_cast<int>(static_cast<cls*>(Get##name())->GetLoadedAmount());
+#define CLIENTDATA_GENERIC(slot, name, file, kind) CLIENTDATA_TABLE(slot, name, , CLIENTDATA_GENERIC_CLASS(kind), , , )
 #include "ClientData/Catalogue.def"
 #undef CLIENTDATA_TABLE
-    default:
-        return -1;
+#undef CLIENTDATA_GENERIC
+        default:
+            return -1;
     }
 }
 

@@ -39,7 +39,8 @@ struct TableChain {
     TableChain<I + 1> rest;
 };
 template <>
-struct TableChain<kTableAmount> {};
+struct TableChain<kTableAmount> {
+};
 
 class CClientDataMgr final : public IClientDataMgr {
 public:
@@ -57,10 +58,13 @@ public:
     void ClearAll() override;
     void ReloadDeferred(bool bDefer) override;
 
-#define CLIENTDATA_TABLE(slot, name, iface, cls, file) \
+#define CLIENTDATA_TABLE(slot, name, iface, cls, file, kind, desc) \
     iface* Get##name() override { return &m_tables.At<ConstructionPositionOf(slot)>(); }
+#define CLIENTDATA_GENERIC(slot, name, file, kind) \
+    CLIENTDATA_GENERIC_INTERFACE(kind) * Get##name() override { return &m_tables.At<ConstructionPositionOf(slot)>(); }
 #include "ClientData/Catalogue.def"
 #undef CLIENTDATA_TABLE
+#undef CLIENTDATA_GENERIC
 
     // For tools and tests, outside the client's interface:
     // the table of a slot as its base; null out of range.

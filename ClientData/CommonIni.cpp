@@ -1,5 +1,6 @@
 #include "ClientData/CommonIni.h"
 
+#include "ClientData/Catalogue.h"
 #include "ZelGameBase/ZelCommon.h"
 #include "ZelGameBase/ZelGameBase.h"
 
@@ -7,43 +8,70 @@ namespace {
 
 const char kSourceUnit[] = "ClientData\\CommonIni";
 
-struct CommonValue {
-    const char* szTitle;
-    const char* szSubtitle;
-    int CCommonIni::*pMember;
-    int nLine;              // the line its failure names
-    const char* szCheck;    // the failed check as written
+// In the order Load reads them.
+#define COMMON(member, title, key) FIELD(CommonIniValues, member, key).InSection(title)
+const FieldDesc kCommonFields[] = {
+    COMMON(m_nMaleFaceAmount, "Playerface", "MaleFaceAmount").Gen(8, 16),
+    COMMON(m_nFemaleFaceAmount, "Playerface", "FemaleFaceAmount").Gen(8, 16),
+    COMMON(m_nEmblemAmount, "EmblemAmount", "EmblemAmount").Gen(20, 60),
+    COMMON(m_nLeaderScale, "Statuary", "LeaderScale").Gen(100, 130),
+    COMMON(m_nLeaderMaxLife, "Statuary", "LeaderMaxLife").Gen(30000, 60000),
+    COMMON(m_nAssistantScale, "Statuary", "AssistantScale").Gen(100, 120),
+    COMMON(m_nAssistantMaxLife, "Statuary", "AssistantMaxLife").Gen(20000, 40000),
+    COMMON(m_nSubLeaderScale, "Statuary", "SubLeaderScale").Gen(100, 110),
+    COMMON(m_nSubLeaderMaxLife, "Statuary", "SubLeaderMaxLife").Gen(10000, 30000),
 };
+#undef COMMON
+const RecordDesc kCommonRecord(kCommonFields);
+
+// The failed check each value logs: the line it names and its member, in
+// the order of kCommonFields.
+const struct {
+    int nLine;
+    const char* szCheck;
+} kChecks[] = {
+    {21, "::IniDataGet(szIniFile, szTitle, szSubtitle, m_nMaleFaceAmount)"},
+    {23, "::IniDataGet(szIniFile, szTitle, szSubtitle, m_nFemaleFaceAmount)"},
+    {27, "::IniDataGet(szIniFile, szTitle, szSubtitle, m_nEmblemAmount)"},
+    {31, "::IniDataGet(szIniFile, szTitle, szSubtitle, m_nLeaderScale)"},
+    {33, "::IniDataGet(szIniFile, szTitle, szSubtitle, m_nLeaderMaxLife)"},
+    {35, "::IniDataGet(szIniFile, szTitle, szSubtitle, m_nAssistantScale)"},
+    {37, "::IniDataGet(szIniFile, szTitle, szSubtitle, m_nAssistantMaxLife)"},
+    {39, "::IniDataGet(szIniFile, szTitle, szSubtitle, m_nSubLeaderScale)"},
+    {41, "::IniDataGet(szIniFile, szTitle, szSubtitle, m_nSubLeaderMaxLife)"},
+};
+static_assert(sizeof(kChecks) / sizeof(kChecks[0]) == sizeof(kCommonFields) / sizeof(kCommonFields[0]),
+              "a check per value");
 
 }  // namespace
 
 void CCommonIni::Load()
 {
-#define COMMON_VALUE(title, key, member, line) \
-    {title, key, &CCommonIni::member, line, "::IniDataGet(szIniFile, szTitle, szSubtitle, " #member ")"}
-    static const CommonValue kValues[] = {
-        COMMON_VALUE("Playerface", "MaleFaceAmount", m_nMaleFaceAmount, 21),
-        COMMON_VALUE("Playerface", "FemaleFaceAmount", m_nFemaleFaceAmount, 23),
-        COMMON_VALUE("EmblemAmount", "EmblemAmount", m_nEmblemAmount, 27),
-        COMMON_VALUE("Statuary", "LeaderScale", m_nLeaderScale, 31),
-        COMMON_VALUE("Statuary", "LeaderMaxLife", m_nLeaderMaxLife, 33),
-        COMMON_VALUE("Statuary", "AssistantScale", m_nAssistantScale, 35),
-        COMMON_VALUE("Statuary", "AssistantMaxLife", m_nAssistantMaxLife, 37),
-        COMMON_VALUE("Statuary", "SubLeaderScale", m_nSubLeaderScale, 39),
-        COMMON_VALUE("Statuary", "SubLeaderMaxLife", m_nSubLeaderMaxLife, 41),
-    };
-#undef COMMON_VALUE
-
-    const char szIniFile[] = "ini/Common.ini";
+    const char* szIniFile = CatalogueFileOf<CCommonIni>();
     m_nLoadedAmount = 0;
-    for (const CommonValue& value : kValues) {
+    for (std::size_t i = 0; i < kCommonRecord.nFieldAmount; ++i) {
+        const FieldDesc& field = kCommonRecord.pField[i];
         char szTitle[64];
         char szSubtitle[64];
-        SafeStrCopy(szTitle, sizeof(szTitle), value.szTitle);
-        SafeStrCopy(szSubtitle, sizeof(szSubtitle), value.szSubtitle);
-        if (IniDataGet(szIniFile, szTitle, szSubtitle, &(this->*value.pMember), 0))
+        SafeStrCopy(szTitle, sizeof(szTitle), field.szSection);
+        SafeStrCopy(szSubtitle, sizeof(szSubtitle), field.szKey);
+        int* pValue = reinterpret_cast<int*>(reinterpret_cast<char*>(&m_values) + field.nOffset);
+        if (IniDataGet(szIniFile, szTitle, szSubtitle, pValue, 0))
             ++m_nLoadedAmount;
         else
-            LogAssert(value.szCheck, value.nLine, kSourceUnit);
+            LogAssert(kChecks[i].szCheck, kChecks[i].nLine, kSourceUnit);
     }
 }
+
+namespace {
+
+void CommonForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
+{
+    fn(&static_cast<CCommonIni&>(table).Values(), RecordKey{0, {0, 0, 0, 0}, nullptr}, pContext);
+}
+
+const void* CommonFind(CDataTable& table, const RecordKey&) { return &static_cast<CCommonIni&>(table).Values(); }
+
+}  // namespace
+
+const TableDesc kCommonIniDesc = {&kCommonRecord, TABLE_KEY_NONE, "", &CommonForEach, &CommonFind, nullptr, nullptr, 1};

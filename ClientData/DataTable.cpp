@@ -48,13 +48,18 @@ void CDataTable::BuildFilePath()
         VersionQueryFn pfnVersion = pMgr != nullptr ? pMgr->GetVersionQuery() : nullptr;
         // Asked afresh every time: the client may switch data sets.
         if (pfnVersion != nullptr && pfnVersion() != 100) {
-            const std::size_t nDot = m_strFileName.rfind('.');
-            // A name without a dot makes substr throw std::out_of_range.
-            m_strFilePath = "ini/200/" + m_strFileName.substr(0, nDot) + "_200" + m_strFileName.substr(nDot);
+            m_strFilePath = AlternativeFilePath(m_strFileName);
             return;
         }
     }
     m_strFilePath = "ini/" + m_strFileName;
+}
+
+std::string AlternativeFilePath(const std::string& strBareName)
+{
+    const std::size_t nDot = strBareName.rfind('.');
+    // A name without a dot makes substr throw std::out_of_range.
+    return "ini/200/" + strBareName.substr(0, nDot) + "_200" + strBareName.substr(nDot);
 }
 
 CClientString* CDataTable::GetFileName(CClientString* pResult)

@@ -72,6 +72,11 @@ protected:
     std::string m_strFilePath;
 };
 
+// Where the alternative data set keeps a file: "ini/200/" + the bare name
+// before its last dot + "_200" + the rest ("ItemType.dat" lies at
+// "ini/200/ItemType_200.dat"). A name without a dot throws std::out_of_range.
+std::string AlternativeFilePath(const std::string& strBareName);
+
 // The file name through slot 6, as the client asks for it.
 CClientString TableFileName(CDataTable& table);
 

@@ -4,9 +4,12 @@
 #include <new>
 #include <string>
 
+#include "ClientData/Catalogue.h"
+#include "ClientData/RecordRead.h"
 #include "ZelGameBase/AllocationTry.h"
 #include "ZelGameBase/DataFileReader.h"
 #include "ZelGameBase/FileStream.h"
+#include "ZelGameBase/LoadFindings.h"
 #include "ZelGameBase/Platform/Platform.h"
 #include "ZelGameBase/ZelCommon.h"
 #include "ZelGameBase/ZelCrt.h"
@@ -14,20 +17,36 @@
 
 namespace {
 
-const char kSettingFile[] = "ini/FontSetting.ini";
-const char kFontFile[] = "ini/Font.ini";
+#define FONT(member, key) FIELD(FontSettingValues, member, key)
+// The settings file's lines in their fixed order, then what the font
+// folders and the font list add.
+const FieldDesc kFontFields[] = {
+    FONT(m_nGUIFontShadow, "GUIFontShadow").Gen(0, 1),
+    FONT(m_dwGUIFontShadowColor, "GUIFontShadowColor").AsHex().Gen(0, 0xFFFFFF),
+    FONT(m_strChatFontFile, "ChatFont").Gen("Font/Chat/ChatFont%d.ttf", 1, 3),
+    FONT(m_nChatFontSize, "ChatFontSize").Gen(10, 16),
+    FONT(m_nAntialias, "Antialias").Gen(0, 1),
+    FONT(m_nTipFontShadow, "TipFontShadow").Gen(0, 1),
+    FONT(m_dwTipFontShadowColor, "TipFontShadowColor").AsHex().Gen(0x10000000, 0x80FFFFFF),
+    FONT(m_strGUIFontFile, "GUIFontFile").OutsideFile(),
+    FONT(m_strTipFontFile, "TipFontFile").OutsideFile(),
+    FONT(m_strDefaultFontName, "DefaultFontName").OutsideFile().GenGbk(2, 2),
+    FONT(m_nDefaultFontValue, "DefaultFontValue").OutsideFile().Gen(9, 16),
+};
+#undef FONT
+constexpr std::size_t kSettingAmount = 7;  // the fields before the first filled from elsewhere
+const RecordDesc kFontRecord(kFontFields);
+const RecordDesc kSettingRecord(kFontFields, kSettingAmount);
 // The client asks for the working directory with a buffer of this size; a
 // longer directory is not known to it.
 constexpr std::size_t kMaxPath = 260;
 
-// "%x"; no alpha byte given means opaque.
-uint32_t ColourFromText(const char* szValue)
+// A colour without an alpha byte is opaque.
+void ColourMakeOpaque(const FieldDesc& field, FontSettingValues& values)
 {
-    uint32_t dwColour = 0;
-    CrtScanHex32(szValue, &dwColour);
-    if (dwColour < 0x1000000)
-        dwColour |= 0xFF000000;
-    return dwColour;
+    uint32_t* pColour = reinterpret_cast<uint32_t*>(reinterpret_cast<char*>(&values) + field.nOffset);
+    if (*pColour < 0x1000000)
+        *pColour |= 0xFF000000;
 }
 
 // One section of "ini/Font.ini": its title and the keys of its first two
@@ -86,17 +105,17 @@ CFontSetting::CFontSetting() { Clear(); }
 
 void CFontSetting::Clear()
 {
-    m_nAntialias = kDefaultAntialias;
-    m_nTipFontShadow = kDefaultShadow;
-    m_dwTipFontShadowColor = kDefaultShadowColor;
-    m_strTipFontFile.Empty();
-    m_nGUIFontShadow = kDefaultShadow;
-    m_dwGUIFontShadowColor = kDefaultShadowColor;
-    m_strGUIFontFile.Empty();
-    m_nChatFontSize = kDefaultChatFontSize;
-    m_strChatFontFile.Empty();
-    m_strDefaultFontName.Empty();
-    m_nDefaultFontValue = 0;
+    m_values.m_nAntialias = kDefaultAntialias;
+    m_values.m_nTipFontShadow = kDefaultShadow;
+    m_values.m_dwTipFontShadowColor = kDefaultShadowColor;
+    m_values.m_strTipFontFile.Empty();
+    m_values.m_nGUIFontShadow = kDefaultShadow;
+    m_values.m_dwGUIFontShadowColor = kDefaultShadowColor;
+    m_values.m_strGUIFontFile.Empty();
+    m_values.m_nChatFontSize = kDefaultChatFontSize;
+    m_values.m_strChatFontFile.Empty();
+    m_values.m_strDefaultFontName.Empty();
+    m_values.m_nDefaultFontValue = 0;
     m_nLoadedAmount = 0;
 }
 
@@ -112,102 +131,94 @@ void CFontSetting::Load()
 
 void CFontSetting::ReadSettings()
 {
-    // Exactly one of the three members names where the value goes.
-    struct Setting {
-        const char* szKey;
-        int CFontSetting::*pNumber;
-        uint32_t CFontSetting::*pColour;
-        CZelString CFontSetting::*pText;
-    };
-    static const Setting kSettings[] = {
-        {"GUIFontShadow", &CFontSetting::m_nGUIFontShadow, nullptr, nullptr},
-        {"GUIFontShadowColor", nullptr, &CFontSetting::m_dwGUIFontShadowColor, nullptr},
-        {"ChatFont", nullptr, nullptr, &CFontSetting::m_strChatFontFile},
-        {"ChatFontSize", &CFontSetting::m_nChatFontSize, nullptr, nullptr},
-        {"Antialias", &CFontSetting::m_nAntialias, nullptr, nullptr},
-        {"TipFontShadow", &CFontSetting::m_nTipFontShadow, nullptr, nullptr},
-        {"TipFontShadowColor", nullptr, &CFontSetting::m_dwTipFontShadowColor, nullptr},
-    };
-
+    const char* szPath = CatalogueFileOf<CFontSetting>();
     m_nLoadedAmount = 0;
     CDataFileReader reader;
     // Only the first lines are settings: the rest of the file is not read.
-    reader.SetRecordLimit(static_cast<int>(sizeof(kSettings) / sizeof(kSettings[0])));
+    reader.SetRecordLimit(static_cast<int>(kSettingRecord.nFieldAmount));
     // The line feed never stands inside a line: every record is one whole line.
-    if (!reader.Open(kSettingFile, 0, '\n')) {
-        LogSave("error on open %s.", kSettingFile);
+    if (!reader.Open(szPath, 0, '\n')) {
+        LogSave("error on open %s.", szPath);
         return;
     }
     int nRecord = 0;
-    for (const Setting& setting : kSettings) {
+    for (const FieldDesc& setting : kSettingRecord) {
         const CDataRow* pRow = reader.GetRecord(nRecord++);
         if (pRow == nullptr)
             break;
         const char* szLine = pRow->GetStr(0, "");
         const char* szEqual = std::strchr(szLine, '=');
         const std::size_t nKeyLen = szEqual ? static_cast<std::size_t>(szEqual - szLine) : std::strlen(szLine);
-        if (nKeyLen != std::strlen(setting.szKey) || std::memcmp(szLine, setting.szKey, nKeyLen) != 0)
+        if (nKeyLen != std::strlen(setting.szKey) || std::memcmp(szLine, setting.szKey, nKeyLen) != 0) {
+            if (LoadFindingsWanted())
+                LoadFindingReport(szPath, pRow->GetLine(), FINDING_ERROR, "setting-order",
+                                  "%s stands where %s belongs: both keep their values", szLine, setting.szKey);
             continue;  // out of place: the line is spent, the setting keeps its value
-        const char* szValue = szEqual ? szEqual + 1 : "";
-        if (setting.pNumber)
-            this->*setting.pNumber = CrtAtoi(szValue);
-        else if (setting.pColour)
-            this->*setting.pColour = ColourFromText(szValue);
-        else
-            this->*setting.pText = szValue;
+        }
+        FieldStoreValue(setting, szEqual ? szEqual + 1 : "", &m_values, szPath, pRow->GetLine());
+        if (setting.type == FieldType::Hex)
+            ColourMakeOpaque(setting, m_values);
         ++m_nLoadedAmount;
     }
 }
 
 void CFontSetting::FindFontFiles(const char* szCurrentDir)
 {
-    struct FontFolder {
-        const char* szFolder;
-        CZelString CFontSetting::*pFile;
-    };
-    static const FontFolder kFolders[] = {
-        {"Font/GUI", &CFontSetting::m_strGUIFontFile},
-        {"Font/Chat", &CFontSetting::m_strChatFontFile},
-        {"Font/Tip", &CFontSetting::m_strTipFontFile},
-    };
-    for (const FontFolder& folder : kFolders) {
-        const std::string strDir = std::string(szCurrentDir) + "/" + folder.szFolder;
+    // The folders in the order they are searched, after the font list.
+    CZelString* const setFile[] = {&m_values.m_strGUIFontFile, &m_values.m_strChatFontFile, &m_values.m_strTipFontFile};
+    const int nSlot = CatalogueSlotOf<CFontSetting>();
+    for (int i = 0; i < 3; ++i) {
+        const char* szFolder = CatalogueExtraOf(nSlot, i + 1);  // "Font/GUI/"
+        const std::string strDir = std::string(szCurrentDir) + "/" + std::string(szFolder, std::strlen(szFolder) - 1);
         std::string strName;
         if (!PlatformFindFirstFile(strDir.c_str(), "*.ttf", strName))
             continue;
-        CZelString strFile(folder.szFolder);
-        strFile += "/";
+        CZelString strFile(szFolder);
         strFile += strName.c_str();
-        this->*folder.pFile = strFile;
+        *setFile[i] = strFile;
     }
 }
 
 void CFontSetting::ReadDefaultFont()
 {
+    const char* szFontFile = CatalogueExtraOf(CatalogueSlotOf<CFontSetting>(), 0);
     FontSection section;
     bool bFound = false;
-    if (!AllocationTry([&] { bFound = FindDefaultFontSection(kFontFile, section); }) || !bFound)
+    if (!AllocationTry([&] { bFound = FindDefaultFontSection(szFontFile, section); }) || !bFound)
         return;
     char szName[256] = "";
-    FileIniStrGet(kFontFile, section.strTitle.c_str(), section.strKey[0].c_str(), szName, 0, sizeof(szName));
+    FileIniStrGet(szFontFile, section.strTitle.c_str(), section.strKey[0].c_str(), szName, 0, sizeof(szName));
     int nValue = 0;
     if (section.nKeyAmount > 1)
-        FileIniDataGet(kFontFile, section.strTitle.c_str(), section.strKey[1].c_str(), &nValue, 0);
-    m_strDefaultFontName = szName;
-    m_nDefaultFontValue = nValue;
+        FileIniDataGet(szFontFile, section.strTitle.c_str(), section.strKey[1].c_str(), &nValue, 0);
+    m_values.m_strDefaultFontName = szName;
+    m_values.m_nDefaultFontValue = nValue;
 }
 
-const char* CFontSetting::GetGUIFontFile() { return m_strGUIFontFile; }
-const char* CFontSetting::GetChatFontFile() { return m_strChatFontFile; }
-const char* CFontSetting::GetTipFontFile() { return m_strTipFontFile; }
-int CFontSetting::GetGUIFontShadow() { return m_nGUIFontShadow; }
-uint32_t CFontSetting::GetGUIFontShadowColor() { return m_dwGUIFontShadowColor; }
-int CFontSetting::GetChatFontSize() { return m_nChatFontSize; }
-int CFontSetting::GetAntialias() { return m_nAntialias; }
-int CFontSetting::GetTipFontShadow() { return m_nTipFontShadow; }
-uint32_t CFontSetting::GetTipFontShadowColor() { return m_dwTipFontShadowColor; }
+const char* CFontSetting::GetGUIFontFile() { return m_values.m_strGUIFontFile; }
+const char* CFontSetting::GetChatFontFile() { return m_values.m_strChatFontFile; }
+const char* CFontSetting::GetTipFontFile() { return m_values.m_strTipFontFile; }
+int CFontSetting::GetGUIFontShadow() { return m_values.m_nGUIFontShadow; }
+uint32_t CFontSetting::GetGUIFontShadowColor() { return m_values.m_dwGUIFontShadowColor; }
+int CFontSetting::GetChatFontSize() { return m_values.m_nChatFontSize; }
+int CFontSetting::GetAntialias() { return m_values.m_nAntialias; }
+int CFontSetting::GetTipFontShadow() { return m_values.m_nTipFontShadow; }
+uint32_t CFontSetting::GetTipFontShadowColor() { return m_values.m_dwTipFontShadowColor; }
 CZelString* CFontSetting::GetDefaultFontName(CZelString* pResult)
 {
-    return new (pResult) CZelString(m_strDefaultFontName);
+    return new (pResult) CZelString(m_values.m_strDefaultFontName);
 }
-int CFontSetting::GetDefaultFontValue() { return m_nDefaultFontValue; }
+int CFontSetting::GetDefaultFontValue() { return m_values.m_nDefaultFontValue; }
+
+namespace {
+
+void FontForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
+{
+    fn(&static_cast<CFontSetting&>(table).Values(), RecordKey{0, {0, 0, 0, 0}, nullptr}, pContext);
+}
+
+const void* FontFind(CDataTable& table, const RecordKey&) { return &static_cast<CFontSetting&>(table).Values(); }
+
+}  // namespace
+
+const TableDesc kFontSettingDesc = {&kFontRecord, TABLE_KEY_NONE, "", &FontForEach, &FontFind, nullptr, nullptr, 1};

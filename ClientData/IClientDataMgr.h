@@ -3,15 +3,22 @@
 //   0      deleting destructor (flag bit 0: free the block)
 //   1 - 8  the general operations below
 //   9-205  one accessor per table, in the order of Catalogue.def
+// Each accessor returns the table's own interface, declared in its header
+// (ClientData/<table>.h, ClientData/GenericTable.h for the generic tables).
 #pragma once
-
-#include "ClientData/CatalogueTables.h"
 
 #if defined(_WIN32)
 #define CLIENTDATA_API __declspec(dllexport)
 #else
 #define CLIENTDATA_API __attribute__((visibility("default")))
 #endif
+
+#define CLIENTDATA_TABLE(slot, name, iface, cls, file, kind, desc) class iface;
+#define CLIENTDATA_GENERIC(slot, name, file, kind) \
+    CLIENTDATA_TABLE(slot, name, CLIENTDATA_GENERIC_INTERFACE(kind), , , , )
+#include "ClientData/Catalogue.def"
+#undef CLIENTDATA_TABLE
+#undef CLIENTDATA_GENERIC
 
 // The client's data-version callback: 100 (or no callback) means the
 // standard data set, anything else the alternative "ini/200/" set.
@@ -38,9 +45,12 @@ public:
     virtual void ReloadDeferred(bool bDefer) = 0;  // slot 8
 
     // Accessors, slots 9 to 205: the embedded table, never null, never loading.
-#define CLIENTDATA_TABLE(slot, name, iface, cls, file) virtual iface* Get##name() = 0;
+#define CLIENTDATA_TABLE(slot, name, iface, cls, file, kind, desc) virtual iface* Get##name() = 0;
+#define CLIENTDATA_GENERIC(slot, name, file, kind) \
+    CLIENTDATA_TABLE(slot, name, CLIENTDATA_GENERIC_INTERFACE(kind), , , , )
 #include "ClientData/Catalogue.def"
 #undef CLIENTDATA_TABLE
+#undef CLIENTDATA_GENERIC
 
 protected:
     ~IClientDataMgr() = default;

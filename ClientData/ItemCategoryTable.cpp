@@ -6,11 +6,43 @@
 #include <new>
 #include <string>
 
+#include "ClientData/Catalogue.h"
+#include "ClientData/RecordRead.h"
 #include "ZelGameBase/IniSectionReader.h"
+#include "ZelGameBase/LoadFindings.h"
 #include "ZelGameBase/ZelCrt.h"
 #include "ZelGameBase/ZelGameBase.h"
 
 namespace {
+
+// A section: the category's name, and the item type ids that belong to it,
+// "1000-1005,2000" (or "NULL" for none).
+const FieldDesc kCategoryFields[] = {
+    FILE_FIELD(char[64], "Name").FromTitle().Gen("Helmet|Necklace|Armor|Ring|Boots|Blade|Sword|Bow|Wand|Gem", 0, 0),
+    FILE_FIELD(char[1024], "IDRange").Gen("%d-%d", 100000, 1500000),
+};
+const RecordDesc kCategoryRecord(kCategoryFields);
+const char* const kIdRangeKey = kCategoryFields[1].szKey;
+
+// Whether a piece is what the range syntax means: "n" or "n-m".
+bool RangeWellFormed(const std::string& strPiece)
+{
+    const char* p = strPiece.c_str();
+    const auto digits = [&p] {
+        const char* pStart = p;
+        while (*p >= '0' && *p <= '9')
+            ++p;
+        return p != pStart;
+    };
+    if (!digits())
+        return false;
+    if (*p == '-') {
+        ++p;
+        if (!digits())
+            return false;
+    }
+    return *p == '\0';
+}
 
 // One comma-separated piece: "n" is the range (n, n); anything holding a '-'
 // is read as "%d-%d", a bound that does not parse staying 0.
@@ -34,33 +66,45 @@ CItemCategoryTable::Range RangeParse(const std::string& strPiece)
 
 void CItemCategoryTable::Load()
 {
+    const char* szPath = CatalogueFileOf<CItemCategoryTable>();
     CIniSectionReader reader;
-    if (!reader.Open("ini/ItemCategory.dat", 1)) {
+    if (!reader.Open(szPath, 1)) {
         LogSave("ItemCategory.dat read error!");
         return;
     }
     for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection) {
         const std::string_view title = reader.GetTitle(nSection);
         std::string_view value;
-        if (title.empty() || !reader.GetValue(nSection, "IDRange", value) || value.empty())
+        if (title.empty() || !reader.GetValue(nSection, kIdRangeKey, value) || value.empty())
             continue;
-        if (CrtCompareNoCase(value.data(), value.size(), "NULL", 4) == 0)
+        if (CrtCompareNoCase(value.data(), value.size(), "NULL", 4) == 0) {
+            if (LoadFindingsWanted())
+                LoadFindingReport(szPath, reader.GetTitleLine(nSection), FINDING_NOTE, "no-range",
+                                  "%s=%s: the section adds no id to [%s]", kIdRangeKey, value.data(), title.data());
             continue;
+        }
         // A title met again extends the same category.
         Category& category = m_mapCategory.try_emplace(std::string(title)).first->second;
-        RangesAdd(category, value);
+        RangesAdd(category, value, szPath, reader.GetKeyLine(nSection, reader.FindKey(nSection, kIdRangeKey)));
     }
     for (auto& entry : m_mapCategory)
         MergedBuild(entry.second);
 }
 
-void CItemCategoryTable::RangesAdd(Category& category, std::string_view value)
+void CItemCategoryTable::RangesAdd(Category& category, std::string_view value, const char* szPath, int nLine)
 {
     std::size_t nStart = 0;
     for (;;) {
         const std::size_t nComma = value.find(',', nStart);
         const std::size_t nEnd = nComma == std::string_view::npos ? value.size() : nComma;
-        category.setRange.push_back(RangeParse(std::string(value.substr(nStart, nEnd - nStart))));
+        const std::string strPiece(value.substr(nStart, nEnd - nStart));
+        category.setRange.push_back(RangeParse(strPiece));
+        if (LoadFindingsWanted() && !RangeWellFormed(strPiece))
+            LoadFindingReport(szPath, nLine, FINDING_WARNING, "bad-range", "the piece \"%s\" is read as %u-%u",
+                              strPiece.c_str(), category.setRange.back().idLow, category.setRange.back().idHigh);
+        else if (LoadFindingsWanted() && category.setRange.back().idLow > category.setRange.back().idHigh)
+            LoadFindingReport(szPath, nLine, FINDING_WARNING, "reversed-range",
+                              "the range %s runs high to low: it holds no id", strPiece.c_str());
         if (nComma == std::string_view::npos)
             break;
         nStart = nComma + 1;
@@ -141,3 +185,41 @@ void CItemCategoryTable::GetCategoryIds(const char* szName, CClientArray<uint32_
         }
     }
 }
+
+namespace {
+
+void CategoryForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
+{
+    static_cast<CItemCategoryTable&>(table).ForEachCategory(
+        [&](const std::string& strName, const std::vector<CItemCategoryTable::Range>& setRange) {
+            // A name holding a zero byte is no C string a lookup could pass.
+            if (strName.find('\0') == std::string::npos)
+                fn(&setRange, RecordKey{0, {0, 0, 0, 0}, strName.c_str()}, pContext);
+        });
+}
+
+const void* CategoryFind(CDataTable& table, const RecordKey& key)
+{
+    return static_cast<CItemCategoryTable&>(table).FindRanges(key.szName);
+}
+
+// The ranges as the file writes them, and how many ids they hold.
+void CategoryVisit(CDataTable&, const void* pRecord, FieldVisitor& visitor)
+{
+    const auto& setRange = *static_cast<const std::vector<CItemCategoryTable::Range>*>(pRecord);
+    std::string strRanges;
+    uint64_t nIds = 0;
+    for (const CItemCategoryTable::Range& range : setRange) {
+        strRanges += strRanges.empty() ? "" : ",";
+        strRanges += range.idLow == range.idHigh ? std::to_string(range.idLow)
+                                                 : std::to_string(range.idLow) + "-" + std::to_string(range.idHigh);
+        nIds += range.idLow <= range.idHigh ? uint64_t{range.idHigh} - range.idLow + 1 : 0;
+    }
+    visitor.Text(kIdRangeKey, strRanges.c_str());
+    visitor.Number("IdAmount", static_cast<int64_t>(nIds));
+}
+
+}  // namespace
+
+const TableDesc kItemCategoryDesc = {&kCategoryRecord, TABLE_KEY_NAME, "Name",  &CategoryForEach,
+                                     &CategoryFind,    &CategoryVisit, nullptr, 10};

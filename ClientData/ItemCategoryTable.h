@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "ClientData/DataTable.h"
+#include "ClientData/TableDesc.h"
 
 class CItemCategoryTable : public CDataTable {
 public:
@@ -46,6 +47,13 @@ public:
     std::size_t GetLoadedAmount() const { return m_mapCategory.size(); }
     // A category's ranges in file order; null when unknown.
     const std::vector<Range>* FindRanges(const char* szName) const;
+    // Every category held, by name.
+    template <class Fn>
+    void ForEachCategory(Fn fn) const
+    {
+        for (const auto& entry : m_mapCategory)
+            fn(entry.first, entry.second.setRange);
+    }
 
     // Guards the caller against a garbage range such as 0-4000000000.
     static constexpr std::size_t kMaxExpandedIds = std::size_t(1) << 24;
@@ -56,9 +64,11 @@ private:
         std::vector<Range> setMerged;  // the non-empty ranges, sorted and merged
     };
 
-    void RangesAdd(Category& category, std::string_view value);
+    void RangesAdd(Category& category, std::string_view value, const char* szPath, int nLine);
     static void MergedBuild(Category& category);
     const Category* CategoryFind(const char* szName) const;
 
     std::map<std::string, Category, std::less<>> m_mapCategory;
 };
+
+extern const TableDesc kItemCategoryDesc;

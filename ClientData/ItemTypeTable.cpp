@@ -5,74 +5,84 @@
 #include <string_view>
 #include <type_traits>
 
+#include "ClientData/Catalogue.h"
+#include "ClientData/RecordRead.h"
 #include "ZelGameBase/DataFileReader.h"
+#include "ZelGameBase/LoadFindings.h"
 #include "ZelGameBase/ZelCommon.h"
 #include "ZelGameBase/ZelCrt.h"
 #include "ZelGameBase/ZelGameBase.h"
 
 namespace {
 
-// A run of consecutive integer columns stored into consecutive fields of one
-// width.
-struct ColumnRun {
-    std::size_t nOffset;
-    std::size_t nWidth;
-    std::size_t nCount;
+#define ITEM(member, key) FIELD(ItemTypeInfo, member, key)
+#define ITEM_AT(member, i, key) FIELD_AT(ItemTypeInfo, member, i, key)
+// Columns 0 to 54 in file order.
+const FieldDesc kItemFields[] = {
+    ITEM(idType, "Id").FromTitle().Gen(100000, 3),
+    ITEM(strName, "Name").GenGbk(2, 6),
+    ITEM_AT(ucAttrA, 0, "AttrA0").Gen(1, 15),
+    ITEM_AT(ucAttrA, 1, "AttrA1").Gen(0, 9),
+    ITEM_AT(ucAttrA, 2, "AttrA2").Gen(0, 9),
+    ITEM_AT(ucAttrA, 3, "AttrA3").Gen(0, 9),
+    ITEM_AT(ucAttrA, 4, "AttrA4").Gen(0, 9),
+    ITEM_AT(usAttrB, 0, "AttrB0").Gen(1, 130),
+    ITEM_AT(usAttrB, 1, "AttrB1").Gen(0, 2000),
+    ITEM_AT(usAttrB, 2, "AttrB2").Gen(0, 2000),
+    ITEM_AT(usAttrB, 3, "AttrB3").Gen(0, 2000),
+    ITEM(ucAttrC, "AttrC").Gen(0, 4),
+    ITEM(usAttrD, "AttrD").Gen(1, 99),
+    ITEM_AT(dwAttrE, 0, "AttrE0").Gen(10, 5000),
+    ITEM_AT(dwAttrE, 1, "AttrE1").Gen(0, 300),
+    ITEM_AT(usAttrF, 0, "AttrF0").Gen(0, 5000),
+    ITEM_AT(usAttrF, 1, "AttrF1").Gen(0, 5000),
+    ITEM_AT(usAttrF, 2, "AttrF2").Gen(0, 5000),
+    ITEM_AT(usAttrF, 3, "AttrF3").Gen(0, 5000),
+    ITEM_AT(usAttrF, 4, "AttrF4").Gen(0, 5000),
+    ITEM(dwAttrG, "AttrG").Gen(0, 100000),
+    ITEM_AT(usAttrH, 0, "AttrH0").Gen(0, 999),
+    ITEM_AT(usAttrH, 1, "AttrH1").Gen(0, 999),
+    ITEM(dwAttrI, "AttrI").Gen(0, 100000),
+    ITEM_AT(ucAttrJ, 0, "AttrJ0").Gen(0, 100),
+    ITEM_AT(ucAttrJ, 1, "AttrJ1").Gen(0, 100),
+    ITEM_AT(ucAttrJ, 2, "AttrJ2").Gen(0, 100),
+    ITEM_AT(ucAttrJ, 3, "AttrJ3").Gen(0, 100),
+    ITEM_AT(ucAttrJ, 4, "AttrJ4").Gen(0, 100),
+    ITEM_AT(ucAttrJ, 5, "AttrJ5").Gen(0, 100),
+    ITEM_AT(usAttrK, 0, "AttrK0").Gen(0, 3000),
+    ITEM_AT(usAttrK, 1, "AttrK1").Gen(0, 3000),
+    ITEM_AT(usAttrK, 2, "AttrK2").Gen(0, 3000),
+    ITEM_AT(usAttrK, 3, "AttrK3").Gen(0, 3000),
+    ITEM(dwAttrL, "AttrL").Gen(0, 50000),
+    ITEM(usAttrM, "AttrM").Gen(0, 1000),
+    ITEM(dwAttrN, "AttrN").Gen(0, 86400),
+    ITEM_AT(usIndexed, 0, "Indexed1").Gen(0, 60000),
+    ITEM_AT(usIndexed, 1, "Indexed2").Gen(0, 60000),
+    ITEM_AT(usIndexed, 2, "Indexed3").Gen(0, 60000),
+    ITEM_AT(usIndexed, 3, "Indexed4").Gen(0, 60000),
+    ITEM_AT(usIndexed, 4, "Indexed5").Gen(0, 60000),
+    ITEM_AT(usIndexed, 5, "Indexed6").Gen(0, 60000),
+    ITEM_AT(usIndexed, 6, "Indexed7").Gen(0, 60000),
+    ITEM_AT(usIndexed, 7, "Indexed8").Gen(0, 60000),
+    ITEM_AT(usIndexed, 8, "Indexed9").Gen(0, 60000),
+    ITEM_AT(usAttrO, 0, "AttrO0").Gen(0, 800),
+    ITEM_AT(usAttrO, 1, "AttrO1").Gen(0, 800),
+    ITEM_AT(usAttrO, 2, "AttrO2").Gen(0, 800),
+    ITEM_AT(dwAttrP, 0, "AttrP0").Gen(0, 2000000),
+    ITEM_AT(dwAttrP, 1, "AttrP1").Gen(0, 2000000),
+    ITEM_AT(dwAttrP, 2, "AttrP2").Gen(0, 2000000),
+    ITEM(usAttrQ, "AttrQ").Gen(0, 9),
+    ITEM(dwAttrR, "AttrR").Gen(0, 1000999).Sometimes(10),
+    ITEM(szText, "Text").GenGbk(4, 30),
 };
+#undef ITEM
+#undef ITEM_AT
+static_assert(sizeof(kItemFields) / sizeof(kItemFields[0]) == 55, "a line holds 55 columns");
+const RecordDesc kItemRecord(kItemFields);
 
-// A field (scalar or array) as a run of columns; the width comes from the
-// field's own type, so the struct is the one place that states it.
-template <class Field>
-constexpr ColumnRun ColumnsOf(std::size_t nOffset)
-{
-    using Element = std::remove_all_extents_t<Field>;
-    return {nOffset, sizeof(Element), sizeof(Field) / sizeof(Element)};
-}
-#define ITEM_COLUMNS(field) ColumnsOf<decltype(ItemTypeInfo::field)>(offsetof(ItemTypeInfo, field))
-
-// Columns 2 to 53 in file order.
-constexpr ColumnRun kColumnRuns[] = {
-    ITEM_COLUMNS(ucAttrA), ITEM_COLUMNS(usAttrB), ITEM_COLUMNS(ucAttrC), ITEM_COLUMNS(usAttrD), ITEM_COLUMNS(dwAttrE),
-    ITEM_COLUMNS(usAttrF), ITEM_COLUMNS(dwAttrG), ITEM_COLUMNS(usAttrH), ITEM_COLUMNS(dwAttrI), ITEM_COLUMNS(ucAttrJ),
-    ITEM_COLUMNS(usAttrK), ITEM_COLUMNS(dwAttrL), ITEM_COLUMNS(usAttrM), ITEM_COLUMNS(dwAttrN), ITEM_COLUMNS(usIndexed),
-    ITEM_COLUMNS(usAttrO), ITEM_COLUMNS(dwAttrP), ITEM_COLUMNS(usAttrQ), ITEM_COLUMNS(dwAttrR),
-};
-#undef ITEM_COLUMNS
-
-constexpr int kFirstIntColumn = 2;
-constexpr int kTextColumn = 54;
-
-constexpr std::size_t ColumnAmount()
-{
-    std::size_t nAmount = 0;
-    for (const ColumnRun& run : kColumnRuns)
-        nAmount += run.nCount;
-    return nAmount;
-}
-static_assert(ColumnAmount() == kTextColumn - kFirstIntColumn, "columns 2 to 53 each have a field");
-
-constexpr bool WidthsKnown()
-{
-    for (const ColumnRun& run : kColumnRuns)
-        if (run.nWidth != 1 && run.nWidth != 2 && run.nWidth != 4)
-            return false;
-    return true;
-}
-static_assert(WidthsKnown(), "FieldStore handles 8-, 16- and 32-bit fields");
-
-// Stores the low nWidth bytes' worth of nValue (the value cut to the field).
-void FieldStore(unsigned char* pField, std::size_t nWidth, uint32_t nValue)
-{
-    if (nWidth == 1) {
-        const uint8_t n = static_cast<uint8_t>(nValue);
-        std::memcpy(pField, &n, sizeof(n));
-    } else if (nWidth == 2) {
-        const uint16_t n = static_cast<uint16_t>(nValue);
-        std::memcpy(pField, &n, sizeof(n));
-    } else {
-        std::memcpy(pField, &nValue, sizeof(nValue));
-    }
-}
+// The first line announces how many record lines follow.
+const FieldDesc kAmountFields[] = {FILE_FIELD(uint32_t, "Amount")};
+const RecordDesc kAmountRecord(kAmountFields);
 
 // The first line "Amount=<n>" (column 0, cut to 59 characters); false when
 // it does not begin with "Amount=" followed by a number.
@@ -80,10 +90,11 @@ bool AmountParse(const char* szField, uint32_t& nAmount)
 {
     char szLine[60];
     SafeStrCopy(szLine, sizeof(szLine), szField);
-    static const char kPrefix[] = "Amount=";
-    if (std::strncmp(szLine, kPrefix, sizeof(kPrefix) - 1) != 0)
+    const char* szKey = kAmountFields[0].szKey;
+    const std::size_t nKeyLength = std::strlen(szKey);
+    if (std::strncmp(szLine, szKey, nKeyLength) != 0 || szLine[nKeyLength] != '=')
         return false;
-    const char* pText = szLine + sizeof(kPrefix) - 1;
+    const char* pText = szLine + nKeyLength + 1;
     return CrtScanUInt32(pText, &nAmount) == SCAN_CONVERTED;
 }
 
@@ -98,7 +109,7 @@ std::size_t BoundedLength(const char* szText, std::size_t nLimit)
 
 }  // namespace
 
-CItemTypeTable::CItemTypeTable() { m_strFileName = "ItemType.dat"; }
+CItemTypeTable::CItemTypeTable() { m_strFileName = CatalogueFileOf<CItemTypeTable>(); }
 
 void CItemTypeTable::Load()
 {
@@ -107,9 +118,14 @@ void CItemTypeTable::Load()
         LogSave("error on open %s.", m_strFileName.c_str());
         return;
     }
+    const char* szPath = m_strFilePath.c_str();
     const CDataRow* pFirst = reader.GetRecord(0);
-    if (pFirst == nullptr || !AmountParse(pFirst->GetStr(0, ""), m_nAmount))
+    if (pFirst == nullptr || !AmountParse(pFirst->GetStr(0, ""), m_nAmount)) {
+        if (LoadFindingsWanted())
+            LoadFindingReport(szPath, pFirst != nullptr ? pFirst->GetLine() : 0, FINDING_ERROR, "bad-amount",
+                              "the first line does not announce %s=<records>: nothing is read", kAmountFields[0].szKey);
         return;
+    }
 
     // Lines past the announced amount are ignored; an absent line still counts.
     const int nLineAmount = reader.GetRecordAmount();
@@ -121,28 +137,39 @@ void CItemTypeTable::Load()
         char szName[CEncryptString::MAXESTR];
         SafeStrCopy(szName, sizeof(szName), pRow->GetStr(1, ""));
         NameListAdd(szName);
+        if (LoadFindingsWanted() && std::strlen(szName) >= kNameCompareSize)
+            LoadFindingReport(szPath, pRow->GetLine(), FINDING_WARNING, "long-name",
+                              "a name of %zu bytes is never found by name: only 15 take part", std::strlen(szName));
 
         // The first record of an id stays; later ones are dropped unread.
         const uint32_t idType = static_cast<uint32_t>(pRow->GetInt(0, 0));
         auto [it, bAdded] = m_mapItem.try_emplace(idType);
-        if (!bAdded)
+        if (!bAdded) {
+            if (LoadFindingsWanted())
+                LoadFindingReport(szPath, pRow->GetLine(), FINDING_WARNING, "duplicate-id",
+                                  "item type %u was read before: this line is dropped", idType);
             continue;
+        }
         ItemTypeInfo& info = it->second;
         info.idType = idType;
-        info.strName.Set(szName);
-        RecordRead(*pRow, info);
+        RecordReadColumns(kItemRecord, *pRow, 0, &info, szPath);
     }
+    if (LoadFindingsWanted())
+        AmountFindings(szPath, reader, nCounted);
 }
 
-void CItemTypeTable::RecordRead(const CDataRow& row, ItemTypeInfo& info) const
+// The announced amount against the lines that follow it.
+void CItemTypeTable::AmountFindings(const char* szPath, const CDataFileReader& reader, uint32_t nCounted) const
 {
-    unsigned char* pRecord = reinterpret_cast<unsigned char*>(&info);
-    int nColumn = kFirstIntColumn;
-    for (const ColumnRun& run : kColumnRuns)
-        for (std::size_t i = 0; i < run.nCount; ++i)
-            FieldStore(pRecord + run.nOffset + i * run.nWidth, run.nWidth,
-                       static_cast<uint32_t>(row.GetInt(nColumn++, 0)));
-    SafeStrCopy(info.szText, sizeof(info.szText), row.GetStr(kTextColumn, ""));
+    const int nLines = reader.GetRecordAmount() - 1;
+    const int nFirstLine = reader.GetRecord(0)->GetLine();
+    if (nCounted < m_nAmount)
+        LoadFindingReport(szPath, nFirstLine, FINDING_WARNING, "amount-high",
+                          "%u records are announced but only %u lines follow", m_nAmount, nCounted);
+    else if (static_cast<uint32_t>(nLines) > m_nAmount)
+        LoadFindingReport(szPath, reader.GetRecord(static_cast<int>(m_nAmount) + 1)->GetLine(), FINDING_ERROR,
+                          "amount-low", "%u records are announced: this line and the %u after it are not read",
+                          m_nAmount, static_cast<uint32_t>(nLines) - m_nAmount - 1);
 }
 
 // A name is added unless some entry, cut to its first 15 characters, equals
@@ -198,3 +225,28 @@ uint32_t CItemTypeTable::GetIndexedValue(uint32_t idType, int nIndex)
     const ItemTypeInfo* pInfo = FindItemType(idType);
     return pInfo == nullptr ? 0 : pInfo->usIndexed[nIndex - 1];
 }
+
+namespace {
+
+void ItemForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
+{
+    for (const auto& [idType, info] : static_cast<CItemTypeTable&>(table).Items())
+        fn(&info, RecordKeyOf(idType), pContext);
+}
+
+const void* ItemFind(CDataTable& table, const RecordKey& key)
+{
+    return static_cast<CItemTypeTable&>(table).FindItemType(static_cast<uint32_t>(key.nNumber[0]));
+}
+
+// Whether a lookup by name finds the record's name (only 15 characters take part).
+void ItemVisit(CDataTable& table, const void* pRecord, FieldVisitor& visitor)
+{
+    const ItemTypeInfo& info = *static_cast<const ItemTypeInfo*>(pRecord);
+    visitor.Number("NameFound", static_cast<CItemTypeTable&>(table).HasItemName(info.strName.Get()) ? 1 : 0);
+}
+
+}  // namespace
+
+const TableDesc kItemTypeDesc = {&kItemRecord, TABLE_KEY_NUMBERS, "Id",           &ItemForEach,
+                                 &ItemFind,    &ItemVisit,        &kAmountRecord, 3000};

@@ -12,14 +12,16 @@
 #include <vector>
 
 #include "ClientData/DataTable.h"
+#include "ClientData/TableDesc.h"
 #include "ZelGameBase/EncryptData.h"
 
-class CDataRow;
+class CDataFileReader;
 
 // One item type, in the layout the client reads; the comments give the file
-// column. Integer columns are stored cut to their field's width. Only the id,
-// the name, the indexed values and the trailing text mean something to the
-// table; the client interprets the rest.
+// column, the description (kItemTypeDesc) each column's name. Integer columns
+// are stored cut to their field's width. Only the id, the name, the indexed
+// values and the trailing text mean something to the table; the client
+// interprets the rest.
 struct ItemTypeInfo {
     uint32_t idType;         // 0, the key
     CEncryptString strName;  // 1, at most 255 characters
@@ -82,7 +84,7 @@ public:
     uint32_t GetAmount() const { return m_nAmount; }
     // The names met while loading, in the order they were added.
     const std::vector<std::string>& GetNameList() const { return m_setName; }
-    // Every record held, by id (for tools).
+    // Every record held, by id.
     const std::map<uint32_t, ItemTypeInfo>& Items() const { return m_mapItem; }
 
 private:
@@ -90,8 +92,8 @@ private:
     // terminator.
     static constexpr std::size_t kNameCompareSize = 16;
 
-    void RecordRead(const CDataRow& row, ItemTypeInfo& info) const;
     void NameListAdd(const char* szName);
+    void AmountFindings(const char* szPath, const CDataFileReader& reader, uint32_t nCounted) const;
 
     std::map<uint32_t, ItemTypeInfo> m_mapItem;
     // Every distinct name, with the rule of NameListAdd.
@@ -101,3 +103,5 @@ private:
     std::set<std::string, std::less<>> m_setNameKey;
     uint32_t m_nAmount = 0;
 };
+
+extern const TableDesc kItemTypeDesc;

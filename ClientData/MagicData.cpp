@@ -9,8 +9,11 @@
 #include <string_view>
 #include <type_traits>
 
+#include "ClientData/Catalogue.h"
+#include "ClientData/RecordRead.h"
 #include "ZelGameBase/FileStream.h"
 #include "ZelGameBase/IniSectionReader.h"
+#include "ZelGameBase/LoadFindings.h"
 #include "ZelGameBase/Platform/Platform.h"
 #include "ZelGameBase/ZelCommon.h"
 #include "ZelGameBase/ZelCrt.h"
@@ -25,92 +28,119 @@ const char kSourceUnit[] = "ClientData\\MagicData";
 constexpr int kLineSize = 2048;
 constexpr uint32_t kNoRecord = 0xFFFFFFFFu;
 
-// The columns of a "MagicType.ini" line in scan order, and where each goes.
-enum ColumnKind { COLUMN_U32, COLUMN_HEX, COLUMN_TEXT };
-struct Column {
-    std::size_t nOffset;
-    std::size_t nSize;
-    ColumnKind eKind;
-};
-#define MAGIC_U32(field) \
-    Column { offsetof(MagicTypeInfo, field), sizeof(uint32_t), COLUMN_U32 }
-#define MAGIC_HEX(field) \
-    Column { offsetof(MagicTypeInfo, field), sizeof(uint32_t), COLUMN_HEX }
-#define MAGIC_TEXT(field) \
-    Column { offsetof(MagicTypeInfo, field), sizeof(MagicTypeInfo::field), COLUMN_TEXT }
-const Column kColumns[] = {
-    MAGIC_U32(Type),      MAGIC_U32(Column2),        MAGIC_TEXT(Name),        MAGIC_U32(Column4),
-    MAGIC_U32(Column5),   MAGIC_U32(Column6),        MAGIC_U32(Column7),      MAGIC_U32(Level),
-    MAGIC_U32(Column9),   MAGIC_U32(Column10),       MAGIC_U32(Column11),     MAGIC_U32(Column12),
-    MAGIC_U32(Column13),  MAGIC_U32(Column14),       MAGIC_U32(Column15),     MAGIC_U32(Column16),
-    MAGIC_U32(Column17),  MAGIC_U32(NeedProfession), MAGIC_U32(Column19),     MAGIC_U32(Column20),
-    MAGIC_U32(Column21),  MAGIC_U32(Column22),       MAGIC_U32(Column23),     MAGIC_U32(Column24),
-    MAGIC_U32(Column25),  MAGIC_U32(LearnFlag),      MAGIC_U32(NeedLevel),    MAGIC_U32(Column28),
-    MAGIC_U32(Column29),  MAGIC_U32(Column30),       MAGIC_U32(Column31),     MAGIC_U32(Column32),
-    MAGIC_U32(Column33),  MAGIC_U32(Column34),       MAGIC_U32(SenderAction), MAGIC_U32(Column36),
-    MAGIC_U32(Column37),  MAGIC_TEXT(Column38),      MAGIC_TEXT(Column39),    MAGIC_TEXT(Column40),
-    MAGIC_TEXT(Column41), MAGIC_TEXT(Column42),      MAGIC_U32(Column43),     MAGIC_TEXT(Column44),
-    MAGIC_TEXT(Column45), MAGIC_TEXT(Column46),      MAGIC_TEXT(Column47),    MAGIC_U32(Column48),
-    MAGIC_U32(Column49),  MAGIC_U32(Column50),       MAGIC_U32(Column51),     MAGIC_U32(Column52),
-    MAGIC_TEXT(Column53), MAGIC_U32(Column54),       MAGIC_U32(Column55),     MAGIC_U32(Column56),
-    MAGIC_U32(Column57),  MAGIC_HEX(Column58),       MAGIC_U32(Column59),     MAGIC_U32(Column60),
-    MAGIC_U32(Column61),
-};
-#undef MAGIC_U32
-#undef MAGIC_HEX
-#undef MAGIC_TEXT
-static_assert(sizeof(kColumns) / sizeof(kColumns[0]) == 61, "a line holds 61 columns");
+#define MAGIC(field) FIELD(MagicTypeInfo, field, #field)
+#define COLUMN(field, low, high) MAGIC(field).Gen(low, high)
+// The 61 columns of a main-file line in scan order, then the keys of an
+// extra-file section with the values they take when the section lacks them.
+// Type and Level are the record's key.
+const FieldDesc kMagicFields[] = {
+    MAGIC(Type).FromTitle().Gen(1000, 1),
+    COLUMN(Column2, 0, 9),
+    MAGIC(Name).GenGbk(2, 6),
+    COLUMN(Column4, 0, 9),
+    COLUMN(Column5, 0, 9),
+    COLUMN(Column6, 0, 9),
+    COLUMN(Column7, 0, 9),
+    MAGIC(Level).FromTitle().Gen(0, 1),
+    COLUMN(Column9, 0, 500),
+    COLUMN(Column10, 0, 500),
+    COLUMN(Column11, 0, 500),
+    COLUMN(Column12, 0, 500),
+    COLUMN(Column13, 0, 500),
+    COLUMN(Column14, 0, 500),
+    COLUMN(Column15, 0, 500),
+    COLUMN(Column16, 0, 500),
+    COLUMN(Column17, 0, 500),
+    MAGIC(NeedProfession).Gen("0|9999|10|11|20|21|30|31|40|50", 0, 0),
+    COLUMN(Column19, 0, 100),
+    COLUMN(Column20, 0, 100),
+    COLUMN(Column21, 0, 100),
+    COLUMN(Column22, 0, 100),
+    COLUMN(Column23, 0, 100),
+    COLUMN(Column24, 0, 100),
+    COLUMN(Column25, 0, 100),
+    COLUMN(LearnFlag, 0, 1),
+    COLUMN(NeedLevel, 1, 130),
+    COLUMN(Column28, 0, 1000),
+    COLUMN(Column29, 0, 1000),
+    COLUMN(Column30, 0, 1000),
+    COLUMN(Column31, 0, 1000),
+    COLUMN(Column32, 0, 1000),
+    COLUMN(Column33, 0, 1000),
+    COLUMN(Column34, 0, 1000),
+    COLUMN(SenderAction, 0, 300),
+    COLUMN(Column36, 0, 100),
+    COLUMN(Column37, 0, 100),
+    MAGIC(Column38).Gen("magic/desc_%d", 1, 999),
+    MAGIC(Column39).Gen("icon_%d", 1, 400),
+    MAGIC(Column40).Gen("effect/magic/sender_%d.eff", 1, 300),
+    MAGIC(Column41).Gen("effect/magic/target_%d.eff", 1, 300),
+    MAGIC(Column42).Gen("sound/magic/cast_%d.wav", 1, 200),
+    COLUMN(Column43, 0, 100),
+    MAGIC(Column44).Gen("NULL|ground_%d", 1, 50),
+    MAGIC(Column45).Gen("effect/magic/area_%d.eff", 1, 100),
+    MAGIC(Column46).Gen("NULL|trail_%d", 1, 50),
+    MAGIC(Column47).Gen("NULL|hit_%d", 1, 50),
+    COLUMN(Column48, 0, 100),
+    COLUMN(Column49, 0, 100),
+    COLUMN(Column50, 0, 100),
+    COLUMN(Column51, 0, 900),
+    COLUMN(Column52, 0, 100),
+    MAGIC(Column53).Gen("NULL|tip_%d", 1, 50),
+    COLUMN(Column54, 0, 100),
+    COLUMN(Column55, 0, 100),
+    COLUMN(Column56, 0, 100),
+    COLUMN(Column57, 0, 100),
+    MAGIC(Column58).AsHex().Gen(0, 0xFFFF),
+    COLUMN(Column59, 0, 100),
+    COLUMN(Column60, 0, 100),
+    COLUMN(Column61, 0, 100),
 
-// The keys of a "MagicTypeEx.ini" section, each with the value it takes when
-// the section lacks it.
-struct ExtraKey {
-    const char* szKey;
-    std::size_t nOffset;
-    std::size_t nSize;  // 0 for a number
-    uint32_t nDefault;
-    const char* szDefault;
+    COLUMN(CheckMask, 0, 15).Sometimes(30).OutsideFile(),
+    COLUMN(TargetMask, 0, 15).Sometimes(30).OutsideFile(),
+    MAGIC(SelfMask).Default(1).Gen(0, 1).Sometimes(20).OutsideFile(),
+    COLUMN(TypeMask, 0, 15).Sometimes(30).OutsideFile(),
+    COLUMN(TargetAction, 1, 300).Sometimes(40).OutsideFile(),
+    COLUMN(IntoneActionEx1, 1, 300).Sometimes(30).OutsideFile(),
+    COLUMN(IntoneActionEx2, 1, 300).Sometimes(15).OutsideFile(),
+    COLUMN(IntoneActionEx3, 1, 300).Sometimes(10).OutsideFile(),
+    COLUMN(MountIntoneAction1, 1, 300).Sometimes(20).OutsideFile(),
+    COLUMN(MountIntoneAction2, 1, 300).Sometimes(10).OutsideFile(),
+    COLUMN(MountIntoneAction3, 1, 300).Sometimes(5).OutsideFile(),
+    COLUMN(FlyIntoneAction1, 1, 300).Sometimes(20).OutsideFile(),
+    COLUMN(FlyIntoneAction2, 1, 300).Sometimes(10).OutsideFile(),
+    COLUMN(FlyIntoneAction3, 1, 300).Sometimes(5).OutsideFile(),
+    COLUMN(IntoneCycTime, 100, 3000).Sometimes(30).OutsideFile(),
+    MAGIC(AppendDisc).Default("NULL").GenGbk(4, 20).Sometimes(30).OutsideFile(),
+    COLUMN(SecondAction, 1, 300).Sometimes(20).OutsideFile(),
+    COLUMN(SecondActionDelay, 100, 2000).Sometimes(20).OutsideFile(),
+    MAGIC(SecondSenderEffect).Default("NULL").Gen("effect/magic/second_%d.eff", 1, 99).Sometimes(20).OutsideFile(),
+    COLUMN(XpAddition, 1, 100).Sometimes(10).OutsideFile(),
+    COLUMN(PowType, 0, 5).Sometimes(20).OutsideFile(),
+    COLUMN(SecondTargetDelay, 100, 2000).Sometimes(10).OutsideFile(),
+    COLUMN(SecondActiveTime, 100, 5000).Sometimes(10).OutsideFile(),
+    MAGIC(IntoneEffect).Gen("effect/magic/intone_%d.eff", 1, 99).Sometimes(30).OutsideFile(),
+    MAGIC(IntoneSound).Gen("sound/magic/intone_%d.wav", 1, 99).Sometimes(30).OutsideFile(),
+    COLUMN(IntoneSoundLoop, 0, 1).Sometimes(20).OutsideFile(),
+    COLUMN(BattleLevReq, 1, 30).Sometimes(10).OutsideFile(),
+    COLUMN(MountSenderAction, 1, 300).Sometimes(10).OutsideFile(),
+    COLUMN(MountSecondAction, 1, 300).Sometimes(5).OutsideFile(),
+    COLUMN(FlySenderAction, 1, 300).Sometimes(10).OutsideFile(),
+    COLUMN(FlySecondAction, 1, 300).Sometimes(5).OutsideFile(),
+    COLUMN(FlyTargetAction, 1, 300).Sometimes(10).OutsideFile(),
+    COLUMN(EquipPos, 0, 8).Sometimes(10).OutsideFile(),
+    // Cleared, and filled by neither file.
+    MAGIC(Text1).Unread(),
+    MAGIC(Text2).Unread(),
 };
-#define EXTRA_U32(field, value) \
-    ExtraKey { #field, offsetof(MagicTypeInfo, field), 0, value, nullptr }
-#define EXTRA_TEXT(field, text) \
-    ExtraKey { #field, offsetof(MagicTypeInfo, field), sizeof(MagicTypeInfo::field), 0, text }
-const ExtraKey kExtraKeys[] = {
-    EXTRA_U32(CheckMask, 0),
-    EXTRA_U32(TargetMask, 0),
-    EXTRA_U32(SelfMask, 1),
-    EXTRA_U32(TypeMask, 0),
-    EXTRA_U32(TargetAction, 0),
-    EXTRA_U32(IntoneActionEx1, 0),
-    EXTRA_U32(IntoneActionEx2, 0),
-    EXTRA_U32(IntoneActionEx3, 0),
-    EXTRA_U32(MountIntoneAction1, 0),
-    EXTRA_U32(MountIntoneAction2, 0),
-    EXTRA_U32(MountIntoneAction3, 0),
-    EXTRA_U32(FlyIntoneAction1, 0),
-    EXTRA_U32(FlyIntoneAction2, 0),
-    EXTRA_U32(FlyIntoneAction3, 0),
-    EXTRA_U32(IntoneCycTime, 0),
-    EXTRA_TEXT(AppendDisc, "NULL"),
-    EXTRA_U32(SecondAction, 0),
-    EXTRA_U32(SecondActionDelay, 0),
-    EXTRA_TEXT(SecondSenderEffect, "NULL"),
-    EXTRA_U32(XpAddition, 0),
-    EXTRA_U32(PowType, 0),
-    EXTRA_U32(SecondTargetDelay, 0),
-    EXTRA_U32(SecondActiveTime, 0),
-    EXTRA_TEXT(IntoneEffect, ""),
-    EXTRA_TEXT(IntoneSound, ""),
-    EXTRA_U32(IntoneSoundLoop, 0),
-    EXTRA_U32(BattleLevReq, 0),
-    EXTRA_U32(MountSenderAction, 0),
-    EXTRA_U32(MountSecondAction, 0),
-    EXTRA_U32(FlySenderAction, 0),
-    EXTRA_U32(FlySecondAction, 0),
-    EXTRA_U32(FlyTargetAction, 0),
-    EXTRA_U32(EquipPos, 0),
-};
-#undef EXTRA_U32
-#undef EXTRA_TEXT
+#undef MAGIC
+#undef COLUMN
+constexpr std::size_t kMainColumns = 61;
+static_assert(sizeof(kMagicFields) / sizeof(kMagicFields[0]) == 61 + 33 + 2, "columns, further keys, unread texts");
+constexpr std::size_t kExtraKeys = 33;
+const RecordDesc kMagicRecord(kMagicFields);
+const RecordDesc kMainRecord(kMagicFields, kMainColumns);
+const RecordDesc kExtraRecord(kMagicFields + kMainColumns, kExtraKeys);
 
 void ResetRecord(MagicTypeInfo& info)
 {
@@ -118,33 +148,15 @@ void ResetRecord(MagicTypeInfo& info)
     info.SelfMask = 1;
 }
 
-char* FieldAt(MagicTypeInfo& info, std::size_t nOffset) { return reinterpret_cast<char*>(&info) + nOffset; }
-
-enum ScanLineResult { LINE_BLANK, LINE_RECORD };
-
-// One scan over the line, conversions in column order; it stops at the first
-// conversion that fails, leaving the later columns as they were. Only a line
-// that ends before the first conversion (empty or all blank) is LINE_BLANK.
-ScanLineResult ScanLine(const char* szLine, MagicTypeInfo& info)
+// The extra file of a main file: the catalogue's, or its alternative when
+// the main file is the alternative one.
+std::string ExtraPathOf(const std::string& strMainPath)
 {
-    const char* pText = szLine;
-    for (std::size_t i = 0; i < sizeof(kColumns) / sizeof(kColumns[0]); ++i) {
-        const Column& column = kColumns[i];
-        char* pField = FieldAt(info, column.nOffset);
-        uint32_t nValue = 0;
-        ScanResult result;
-        if (column.eKind == COLUMN_TEXT)
-            result = CrtScanWord(pText, pField, column.nSize);
-        else if (column.eKind == COLUMN_HEX)
-            result = CrtScanHex32(pText, &nValue);
-        else
-            result = CrtScanUInt32(pText, &nValue);
-        if (result != SCAN_CONVERTED)
-            return (i == 0 && result == SCAN_INPUT_END) ? LINE_BLANK : LINE_RECORD;
-        if (column.eKind != COLUMN_TEXT)
-            std::memcpy(pField, &nValue, sizeof(nValue));
-    }
-    return LINE_RECORD;
+    const char* szExtra = CatalogueExtraOf(CatalogueSlotOf<CMagicData>(), 0);
+    if (strMainPath.find("_200") == std::string::npos)
+        return szExtra;
+    const char* szSlash = std::strrchr(szExtra, '/');
+    return AlternativeFilePath(szSlash != nullptr ? szSlash + 1 : szExtra);
 }
 
 uint64_t KeyOf(uint32_t nType, uint32_t nLevel) { return (static_cast<uint64_t>(nType) << 32) | nLevel; }
@@ -162,14 +174,13 @@ void SortUnique(std::vector<uint32_t>& setValue)
 
 }  // namespace
 
-CMagicData::CMagicData() : m_nFirstLevel0Any(kNoRecord) { m_strFileName = "MagicType.ini"; }
+CMagicData::CMagicData() : m_nFirstLevel0Any(kNoRecord) { m_strFileName = CatalogueFileOf<CMagicData>(); }
 
 void CMagicData::Load()
 {
     Clear();
     LoadMain(m_strFilePath.c_str());
-    const bool bAlternative = m_strFilePath.find("_200") != std::string::npos;
-    LoadExtra(bAlternative ? "ini/200/MagicTypeEx_200.ini" : "ini/MagicTypeEx.ini");
+    LoadExtra(ExtraPathOf(m_strFilePath).c_str());
     BuildIndexes();
 }
 
@@ -182,12 +193,21 @@ void CMagicData::LoadMain(const char* szPath)
     }
     char szLine[kLineSize];
     MagicTypeInfo info;
+    std::vector<int> setLine;  // each record's line, for findings
+    int nLine = 0;
+    bool bLineEnded = true;
     // A longer line arrives in pieces, each read as a line of its own.
     while (file.ReadLine(szLine, sizeof(szLine))) {
+        nLine += bLineEnded ? 1 : 0;
+        bLineEnded = std::strchr(szLine, '\n') != nullptr;
         ResetRecord(info);
         // A blank line ends the table: the rest of the file is ignored.
-        if (ScanLine(szLine, info) == LINE_BLANK)
+        if (RecordScanLine(kMainRecord, szLine, &info, szPath, nLine) < 0) {
+            if (LoadFindingsWanted() && !file.AtEnd())
+                LoadFindingReport(szPath, nLine, FINDING_ERROR, "blank-line",
+                                  "a blank line ends the table: the lines after it are not read");
             break;
+        }
         if (info.Column51 == 0)
             info.Column51 = 300;
         std::unique_ptr<MagicTypeInfo> pInfo(new (std::nothrow) MagicTypeInfo(info));
@@ -196,11 +216,19 @@ void CMagicData::LoadMain(const char* szPath)
             continue;
         }
         m_setRecord.push_back(std::move(pInfo));
+        setLine.push_back(nLine);
     }
 
     m_mapFirstByKey.reserve(m_setRecord.size());
-    for (std::size_t i = 0; i < m_setRecord.size(); ++i)
-        m_mapFirstByKey.emplace(KeyOf(m_setRecord[i]->Type, m_setRecord[i]->Level), static_cast<uint32_t>(i));
+    for (std::size_t i = 0; i < m_setRecord.size(); ++i) {
+        const bool bFirst =
+            m_mapFirstByKey.emplace(KeyOf(m_setRecord[i]->Type, m_setRecord[i]->Level), static_cast<uint32_t>(i))
+                .second;
+        if (!bFirst && LoadFindingsWanted())
+            LoadFindingReport(szPath, setLine[i], FINDING_WARNING, "duplicate-id",
+                              "type %u, level %u were given before: lookups answer the first line",
+                              m_setRecord[i]->Type, m_setRecord[i]->Level);
+    }
 }
 
 // Each section N = type * 100 + level fills the first record of that pair;
@@ -213,28 +241,26 @@ void CMagicData::LoadExtra(const char* szPath)
         LogSave("error on open %s.", szPath);
         return;
     }
+    std::unordered_map<uint32_t, int> mapFilledAt;  // record -> the section line that filled it, for findings
     for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection) {
         // A non-numeric title converts to 0 and addresses type 0, level 0.
         const int nNumber = CrtAtoi(reader.GetTitle(nSection).data());
         const auto it =
             m_mapFirstByKey.find(KeyOf(static_cast<uint32_t>(nNumber / 100), static_cast<uint32_t>(nNumber % 100)));
+        const int nLine = reader.GetTitleLine(nSection);
         if (it == m_mapFirstByKey.end()) {
             LogAssert("FALSE", 227, kSourceUnit);
+            if (LoadFindingsWanted())
+                LoadFindingReport(szPath, nLine, FINDING_ERROR, "no-record",
+                                  "section [%s] names type %d, level %d, which the main file lacks: skipped",
+                                  reader.GetTitle(nSection).data(), nNumber / 100, nNumber % 100);
             continue;
         }
-        MagicTypeInfo& info = *m_setRecord[it->second];
-        for (const ExtraKey& key : kExtraKeys) {
-            char* pField = FieldAt(info, key.nOffset);
-            if (key.nSize == 0) {
-                const uint32_t nValue =
-                    static_cast<uint32_t>(reader.GetInt(nSection, key.szKey, static_cast<int>(key.nDefault)));
-                std::memcpy(pField, &nValue, sizeof(nValue));
-                continue;
-            }
-            std::string_view value;
-            const char* szText = reader.GetValue(nSection, key.szKey, value) ? value.data() : key.szDefault;
-            SafeStrCopy(pField, static_cast<int>(key.nSize), szText);
-        }
+        if (LoadFindingsWanted() && !mapFilledAt.emplace(it->second, nLine).second)
+            LoadFindingReport(szPath, nLine, FINDING_WARNING, "duplicate-id",
+                              "type %d, level %d were filled at line %d: this section replaces every value",
+                              nNumber / 100, nNumber % 100, mapFilledAt[it->second]);
+        RecordReadSection(kExtraRecord, reader, nSection, m_setRecord[it->second].get(), szPath);
     }
 }
 
@@ -282,7 +308,8 @@ void CMagicData::BuildIndexes()
         return a.nNeedLevel != b.nNeedLevel ? a.nNeedLevel < b.nNeedLevel : a.nIndex < b.nIndex;
     };
     std::sort(m_setLearnAny.begin(), m_setLearnAny.end(), byLevel);
-    for (auto& entry : m_mapLearnByProfession) std::sort(entry.second.begin(), entry.second.end(), byLevel);
+    for (auto& entry : m_mapLearnByProfession)
+        std::sort(entry.second.begin(), entry.second.end(), byLevel);
     // A list never holds more than the learnable records: no query allocates.
     m_setScratch.reserve(nLearnable);
     m_setLevelList.reserve(nLearnable);
@@ -371,7 +398,8 @@ void CMagicData::CollectLearnIndexes(uint32_t nProfession, uint64_t nFirst, uint
         // Runs are ordered by NeedLevel: the wanted levels are one stretch.
         auto it = std::partition_point(pRun->begin(), pRun->end(),
                                        [nFirst](const LearnEntry& entry) { return entry.nNeedLevel < nFirst; });
-        for (; it != pRun->end() && it->nNeedLevel < nEnd; ++it) m_setScratch.push_back(it->nIndex);
+        for (; it != pRun->end() && it->nNeedLevel < nEnd; ++it)
+            m_setScratch.push_back(it->nIndex);
     }
     std::sort(m_setScratch.begin(), m_setScratch.end());
 }
@@ -397,7 +425,8 @@ void CMagicData::CollectLearnable(uint32_t nProfession, uint32_t nLevel, CClient
     }
     if (!pList->ReserveMore(nKept))
         return;
-    for (std::size_t i = 0; i < nKept; ++i) pList->PushBack(m_setRecord[m_setScratch[i]].get());
+    for (std::size_t i = 0; i < nKept; ++i)
+        pList->PushBack(m_setRecord[m_setScratch[i]].get());
 }
 
 int CMagicData::IsSenderAction(int nAction) { return m_setSenderAction.count(nAction) != 0 ? 1 : 0; }
@@ -408,14 +437,16 @@ void CMagicData::BuildLevelList(uint32_t nLevel, uint32_t nProfession)
 {
     m_setLevelList.clear();
     CollectLearnIndexes(nProfession, nLevel, uint64_t{nLevel} + 1);
-    for (uint32_t nIndex : m_setScratch) m_setLevelList.push_back(m_setRecord[nIndex].get());
+    for (uint32_t nIndex : m_setScratch)
+        m_setLevelList.push_back(m_setRecord[nIndex].get());
 }
 
 void CMagicData::BuildLevelRangeList(uint32_t nHigh, uint32_t nLow, uint32_t nProfession)
 {
     m_setRangeList.clear();
     CollectLearnIndexes(nProfession, uint64_t{nLow} + 1, uint64_t{nHigh} + 1);
-    for (uint32_t nIndex : m_setScratch) m_setRangeList.push_back(m_setRecord[nIndex].get());
+    for (uint32_t nIndex : m_setScratch)
+        m_setRangeList.push_back(m_setRecord[nIndex].get());
 }
 
 int CMagicData::GetLevelListAmount() { return static_cast<int>(m_setLevelList.size()); }
@@ -441,3 +472,26 @@ void CMagicData::ClearLists()
     m_setLevelList.clear();
     m_setRangeList.clear();
 }
+
+namespace {
+
+void MagicForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
+{
+    CMagicData& magic = static_cast<CMagicData&>(table);
+    for (int i = 0; i < magic.GetAmount(); ++i) {
+        const MagicTypeInfo* pInfo = magic.GetMagicTypeByIndex(i);
+        if (magic.GetMagicType(pInfo->Type, pInfo->Level) == pInfo)
+            fn(pInfo, RecordKey{2, {pInfo->Type, pInfo->Level, 0, 0}, nullptr}, pContext);
+    }
+}
+
+const void* MagicFind(CDataTable& table, const RecordKey& key)
+{
+    return static_cast<CMagicData&>(table).GetMagicType(static_cast<uint32_t>(key.nNumber[0]),
+                                                        static_cast<uint32_t>(key.nNumber[1]));
+}
+
+}  // namespace
+
+const TableDesc kMagicTypeDesc = {&kMagicRecord, TABLE_KEY_NUMBERS, "Type Level", &MagicForEach,
+                                  &MagicFind,    nullptr,           nullptr,      2600};

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "ClientData/DataTable.h"
+#include "ClientData/TableDesc.h"
 
 // Where the client's records hold a growable array: its first, last and end
 // pointers, the layout of CClientArray. No loader fills it, so it is always
@@ -25,9 +26,10 @@ struct MagicAuxList {
 static_assert(sizeof(MagicAuxList) == sizeof(CClientArray<void*>), "the client's array layout");
 
 // The client reads records by layout: field order, widths and buffer sizes
-// are fixed. Columns 1-61 of "MagicType.ini" in column order (except 53);
-// the named fields after column 61 are keys of "MagicTypeEx.ini". A fresh
-// record is all zeros with SelfMask 1.
+// are fixed. Columns 1-61 of the main file in column order (except 53); the
+// named fields after column 61 are keys of the extra file, whose defaults
+// the description (kMagicTypeDesc) states. A fresh record is all zeros with
+// SelfMask 1.
 struct MagicTypeInfo {
     uint32_t Type;  // column 1; first half of the key
     uint32_t Column2;
@@ -188,6 +190,7 @@ private:
 
     void LoadMain(const char* szPath);
     void LoadExtra(const char* szPath);
+    void ReportRepeatedKeys(const char* szPath, const std::vector<int>& setLine) const;
     void BuildIndexes();
     LearnRuns LearnRunsOf(uint32_t nProfession) const;
     // File positions of the learnable records of nProfession with
@@ -216,3 +219,5 @@ private:
     std::vector<uint32_t> m_setTypeStamp;  // per dense type number
     uint32_t m_nStamp = 0;
 };
+
+extern const TableDesc kMagicTypeDesc;

@@ -1,50 +1,115 @@
 #include "ClientData/MonsterSpeakTable.h"
 
+#include <algorithm>
+#include <climits>
 #include <cstring>
+#include <iterator>
 #include <new>
+#include <set>
+#include <string>
 
-#include "ClientData/SectionKeys.h"
+#include "ClientData/Catalogue.h"
+#include "ClientData/RecordRead.h"
 #include "ZelGameBase/AllocationTry.h"
+#include "ZelGameBase/IniSectionReader.h"
+#include "ZelGameBase/LoadFindings.h"
 #include "ZelGameBase/ZelCommon.h"
 #include "ZelGameBase/ZelCrt.h"
 
 namespace {
 
-struct OccasionWord {
-    MonsterSpeakOccasion nOccasion;
-    const char* szWord;  // prefix of the occasion's keys
+// The keys of one occasion, in the order they are read: its line count, its
+// lines ("Attack0", ...), their probabilities, and the probability that it
+// speaks at all.
+#define OCCASION(word)                                                                                           \
+    FILE_FIELD(int32_t, word "Amount").Gen(1, 4).Sometimes(45), FILE_FIELD(char[1024], word "%d").GenGbk(3, 14), \
+        FILE_FIELD(int32_t, word "Probability%d").Gen(50, 250).Sometimes(40),                                    \
+        FILE_FIELD(int32_t, word "Probability").Gen(10, 60).Sometimes(50)
+const FieldDesc kSpeakFields[] = {
+    FILE_FIELD(uint32_t, "Id").FromTitle().Gen(1001, 6),
+    OCCASION("Attack"),
+    OCCASION("Beat"),
+    OCCASION("Born"),
+    OCCASION("Dead"),
+    OCCASION("Skill"),
 };
+#undef OCCASION
+const RecordDesc kSpeakRecord(kSpeakFields);
 
-// The order in which the file is read; the record stores another order.
-const OccasionWord kReadOrder[] = {
-    {MONSTER_SPEAK_ATTACK, "Attack"}, {MONSTER_SPEAK_BEAT, "Beat"},   {MONSTER_SPEAK_BORN, "Born"},
-    {MONSTER_SPEAK_DEAD, "Dead"},     {MONSTER_SPEAK_SKILL, "Skill"},
+struct OccasionKeys {
+    const FieldDesc& amount;
+    const FieldDesc& line;
+    const FieldDesc& lineProbability;
+    const FieldDesc& probability;
 };
+constexpr int kKeysPerOccasion = 4;
+
+// The occasions in the order the file is read, and where the record keeps
+// each.
+const MonsterSpeakOccasion kReadOrder[] = {MONSTER_SPEAK_ATTACK, MONSTER_SPEAK_BEAT, MONSTER_SPEAK_BORN,
+                                           MONSTER_SPEAK_DEAD, MONSTER_SPEAK_SKILL};
+static_assert(sizeof(kSpeakFields) / sizeof(kSpeakFields[0]) ==
+                  1 + kKeysPerOccasion * sizeof(kReadOrder) / sizeof(kReadOrder[0]),
+              "four keys per occasion");
+
+OccasionKeys KeysOf(int nRead)
+{
+    const FieldDesc* pFirst = kSpeakFields + 1 + kKeysPerOccasion * nRead;
+    return OccasionKeys{pFirst[0], pFirst[1], pFirst[2], pFirst[3]};
+}
+
+// The keys of the occasion the record keeps at nOccasion.
+OccasionKeys KeysOfStored(int nOccasion)
+{
+    for (int nRead = 0; nRead < MONSTER_SPEAK_OCCASION_AMOUNT; ++nRead)
+        if (kReadOrder[nRead] == nOccasion)
+            return KeysOf(nRead);
+    return KeysOf(0);
+}
 
 constexpr int kSpeakTextSize = 1024;
 
-// Reads the lines of one occasion; returns its default share.
-uint32_t OccasionLinesRead(const CIniSectionReader& reader, int nSection, const char* szWord,
-                           CClientArray<MonsterSpeakEntry>& setEntry)
+void AmountFindings(const CIniSectionReader& reader, int nSection, const OccasionKeys& keys, int nAmount,
+                    const char* szPath)
 {
-    char szKey[64];
-    SafeSprintf(szKey, sizeof(szKey), "%sAmount", szWord);
-    const int nAmount = reader.GetInt(nSection, szKey, 0);
+    const std::set<int> setAll = RecordKeyNumbers(keys.line, reader, nSection, 0, INT_MAX);
+    const std::size_t nWithin =
+        static_cast<std::size_t>(std::distance(setAll.begin(), setAll.lower_bound(nAmount > 0 ? nAmount : 0)));
+    if ((nAmount > 0 && nWithin != static_cast<std::size_t>(nAmount)) || nWithin != setAll.size())
+        LoadFindingReport(szPath, reader.GetTitleLine(nSection), FINDING_ERROR, "line-amount",
+                          "%s=%d, but %zu lines are given within it and %zu beyond it", keys.amount.szKey, nAmount,
+                          nWithin, setAll.size() - nWithin);
+}
+
+// Reads the lines of one occasion; returns its default share.
+uint32_t OccasionLinesRead(const CIniSectionReader& reader, int nSection, const OccasionKeys& keys,
+                           CClientArray<MonsterSpeakEntry>& setEntry, const char* szPath)
+{
+    const int nAmount = reader.GetInt(nSection, keys.amount.szKey, 0);
+    if (LoadFindingsWanted())
+        AmountFindings(reader, nSection, keys, nAmount, szPath);
     if (nAmount <= 0)
         return 0;
 
     uint32_t nSum = 0;  // wraps as the 32-bit sum does
     uint32_t nCount = 0;
-    for (int i : SectionKeyNumbersFind(reader, nSection, szWord, 0, nAmount - 1)) {
-        char szText[kSpeakTextSize] = "";
-        SafeSprintf(szKey, sizeof(szKey), "%s%d", szWord, i);
-        reader.GetText(nSection, szKey, szText, sizeof(szText));
-        if (szText[0] == '\0')
+    for (int i : RecordKeyNumbers(keys.line, reader, nSection, 0, nAmount - 1)) {
+        char szKey[64];
+        SafeSprintf(szKey, sizeof(szKey), keys.line.szKey, i);
+        const int nKey = reader.FindKey(nSection, szKey);
+        const std::string_view line = reader.GetValueAt(nSection, nKey);
+        // The text as a 1024-byte buffer keeps it: up to its first zero byte.
+        const char* pEnd = line.data() + std::min(line.size(), static_cast<std::size_t>(kSpeakTextSize - 1));
+        const std::size_t nLength = static_cast<std::size_t>(std::find(line.data(), pEnd, '\0') - line.data());
+        if (nLength == 0)
             continue;
-        SafeSprintf(szKey, sizeof(szKey), "%sProbability%d", szWord, i);
+        if (LoadFindingsWanted() && line.size() >= kSpeakTextSize)
+            LoadFindingReport(szPath, reader.GetKeyLine(nSection, nKey), FINDING_WARNING, "text-cut",
+                              "%s of %zu bytes is cut to %d", szKey, line.size(), kSpeakTextSize - 1);
+        SafeSprintf(szKey, sizeof(szKey), keys.lineProbability.szKey, i);
         const int nProbability = reader.GetInt(nSection, szKey, 0);
         MonsterSpeakEntry entry{nProbability, CClientString()};
-        if (!entry.strText.Assign(szText, std::strlen(szText)) || !setEntry.PushBack(std::move(entry)))
+        if (!entry.strText.Assign(line.data(), nLength) || !setEntry.PushBack(std::move(entry)))
             break;  // out of memory: the lines read so far stay
         if (nProbability != 0)
             nSum += static_cast<uint32_t>(nProbability);
@@ -59,23 +124,22 @@ uint32_t OccasionLinesRead(const CIniSectionReader& reader, int nSection, const 
     return 1;
 }
 
-std::unique_ptr<MonsterSpeakInfo> SpeakInfoRead(const CIniSectionReader& reader, int nSection)
+std::unique_ptr<MonsterSpeakInfo> SpeakInfoRead(const CIniSectionReader& reader, int nSection, const char* szPath)
 {
     std::unique_ptr<MonsterSpeakInfo> pInfo(new (std::nothrow) MonsterSpeakInfo());
     if (pInfo == nullptr)
         return pInfo;
-    for (const OccasionWord& word : kReadOrder) {
-        MonsterSpeakLines& lines = pInfo->setOccasion[word.nOccasion];
-        lines.nDefaultShare = OccasionLinesRead(reader, nSection, word.szWord, lines.setEntry);
+    for (int nRead = 0; nRead < MONSTER_SPEAK_OCCASION_AMOUNT; ++nRead) {
+        MonsterSpeakLines& lines = pInfo->setOccasion[kReadOrder[nRead]];
+        lines.nDefaultShare = OccasionLinesRead(reader, nSection, KeysOf(nRead), lines.setEntry, szPath);
     }
-    for (const OccasionWord& word : kReadOrder) {
-        if (pInfo->setOccasion[word.nOccasion].nDefaultShare == 0)
+    for (int nRead = 0; nRead < MONSTER_SPEAK_OCCASION_AMOUNT; ++nRead) {
+        MonsterSpeakLines& lines = pInfo->setOccasion[kReadOrder[nRead]];
+        if (lines.nDefaultShare == 0)
             continue;
-        char szKey[64];
-        SafeSprintf(szKey, sizeof(szKey), "%sProbability", word.szWord);
-        const int nProbability = reader.GetInt(nSection, szKey, 0);
+        const int nProbability = reader.GetInt(nSection, KeysOf(nRead).probability.szKey, 0);
         if (nProbability != 0)
-            pInfo->setOccasion[word.nOccasion].nProbability = nProbability;
+            lines.nProbability = nProbability;
     }
     return pInfo;
 }
@@ -91,14 +155,25 @@ CMonsterSpeakTable::~CMonsterSpeakTable() = default;
 
 void CMonsterSpeakTable::Load()
 {
+    const char* szPath = CatalogueFileOf<CMonsterSpeakTable>();
     CIniSectionReader reader;
-    if (!reader.Open("ini/monsterspeak.ini", 0))
+    if (!reader.Open(szPath, 0))
         return;
     for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection) {
-        const uint32_t nId = static_cast<uint32_t>(CrtAtoi(reader.GetTitle(nSection).data()));
-        if (m_mapInfo.count(nId) != 0)
+        const char* szTitle = reader.GetTitle(nSection).data();
+        const uint32_t nId = static_cast<uint32_t>(CrtAtoi(szTitle));
+        if (LoadFindingsWanted() && std::to_string(CrtAtoi(szTitle)) != szTitle)
+            LoadFindingReport(szPath, reader.GetTitleLine(nSection), FINDING_WARNING, "bad-title",
+                              "section [%s] is read as monster type %u", szTitle, nId);
+        if (m_mapInfo.count(nId) != 0) {
+            if (LoadFindingsWanted())
+                LoadFindingReport(szPath, reader.GetTitleLine(nSection), FINDING_WARNING, "duplicate-id",
+                                  "monster type %u was given before: this section is dropped", nId);
             continue;  // the first section of an id stays
-        std::unique_ptr<MonsterSpeakInfo> pInfo = SpeakInfoRead(reader, nSection);
+        }
+        if (LoadFindingsWanted())
+            RecordReadSection(kSpeakRecord, reader, nSection, nullptr, szPath);
+        std::unique_ptr<MonsterSpeakInfo> pInfo = SpeakInfoRead(reader, nSection, szPath);
         if (pInfo == nullptr || !AllocationTry([&] { m_mapInfo.emplace(nId, std::move(pInfo)); }))
             break;  // out of memory: the records read so far stay
     }
@@ -131,7 +206,8 @@ const char* CMonsterSpeakTable::GetSpeakText(uint32_t nMonsterType, int nOccasio
     if (pProbability != nullptr)
         *pProbability = 0;
     const MonsterSpeakInfo* pInfo = Find(nMonsterType, nOccasion);
-    if (pInfo == nullptr || nIndex < 0 || static_cast<std::size_t>(nIndex) >= pInfo->setOccasion[nOccasion].setEntry.size())
+    if (pInfo == nullptr || nIndex < 0 ||
+        static_cast<std::size_t>(nIndex) >= pInfo->setOccasion[nOccasion].setEntry.size())
         return nullptr;
     const MonsterSpeakEntry& entry = pInfo->setOccasion[nOccasion].setEntry[nIndex];
     if (pProbability != nullptr)
@@ -158,3 +234,44 @@ const char* CMonsterSpeakTable::PickSpeakText(uint32_t nMonsterType, int nOccasi
     }
     return nullptr;
 }
+
+namespace {
+
+void SpeakForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
+{
+    for (const auto& [nId, pInfo] : static_cast<CMonsterSpeakTable&>(table).Speeches())
+        fn(pInfo.get(), RecordKeyOf(nId), pContext);
+}
+
+const void* SpeakFind(CDataTable& table, const RecordKey& key)
+{
+    return static_cast<CMonsterSpeakTable&>(table).GetMonsterSpeak(static_cast<uint32_t>(key.nNumber[0]));
+}
+
+// Each occasion in the order the record keeps them: its probability, its
+// default share, and its lines with theirs, under the file's keys.
+void SpeakVisit(CDataTable&, const void* pRecord, FieldVisitor& visitor)
+{
+    const MonsterSpeakInfo& info = *static_cast<const MonsterSpeakInfo*>(pRecord);
+    for (int nOccasion = 0; nOccasion < MONSTER_SPEAK_OCCASION_AMOUNT; ++nOccasion) {
+        const OccasionKeys keys = KeysOfStored(nOccasion);
+        const MonsterSpeakLines& lines = info.setOccasion[nOccasion];
+        visitor.Number(keys.probability.szKey, lines.nProbability);
+        std::string strShare = keys.amount.szKey;  // "<Occasion>Amount"
+        strShare.replace(strShare.size() - std::strlen("Amount"), std::string::npos, "DefaultShare");
+        visitor.Number(strShare.c_str(), lines.nDefaultShare);
+        visitor.Number(keys.amount.szKey, static_cast<int64_t>(lines.setEntry.size()));
+        for (std::size_t i = 0; i < lines.setEntry.size(); ++i) {
+            char szKey[64];
+            SafeSprintf(szKey, sizeof(szKey), keys.line.szKey, static_cast<int>(i));
+            visitor.Text(szKey, lines.setEntry[i].strText.c_str());
+            SafeSprintf(szKey, sizeof(szKey), keys.lineProbability.szKey, static_cast<int>(i));
+            visitor.Number(szKey, lines.setEntry[i].nProbability);
+        }
+    }
+}
+
+}  // namespace
+
+const TableDesc kMonsterSpeakDesc = {&kSpeakRecord, TABLE_KEY_NUMBERS, "Id",    &SpeakForEach,
+                                     &SpeakFind,    &SpeakVisit,       nullptr, 360};

@@ -17,6 +17,7 @@
 #include <memory>
 
 #include "ClientData/DataTable.h"
+#include "ClientData/TableDesc.h"
 
 // Occasions in the order a MonsterSpeakInfo stores them (the file is read in
 // the order Attack, Beat, Born, Dead, Skill).
@@ -54,8 +55,7 @@ struct MonsterSpeakInfo {
 static_assert(sizeof(MonsterSpeakEntry) == sizeof(void*) + sizeof(CClientString), "int padded to a word");
 static_assert(offsetof(MonsterSpeakEntry, strText) == sizeof(void*), "the text after the padded int");
 static_assert(sizeof(MonsterSpeakLines) == 3 * sizeof(void*) + 8, "array, probability, share");
-static_assert(sizeof(MonsterSpeakInfo) == MONSTER_SPEAK_OCCASION_AMOUNT * sizeof(MonsterSpeakLines),
-              "five occasions");
+static_assert(sizeof(MonsterSpeakInfo) == MONSTER_SPEAK_OCCASION_AMOUNT * sizeof(MonsterSpeakLines), "five occasions");
 
 class CMonsterSpeakTable : public CDataTable {
 public:
@@ -63,9 +63,8 @@ public:
     ~CMonsterSpeakTable();
     ZEL_DELETING_DESTRUCTOR
 
-    // Reads the fixed path "ini/monsterspeak.ini"; an unreadable file leaves
-    // the table empty without a message. A repeated id keeps the first
-    // section.
+    // Reads its fixed path; an unreadable file leaves the table empty
+    // without a message. A repeated id keeps the first section.
     void Load() override;
     void Clear() override;
 
@@ -89,7 +88,7 @@ public:
     virtual const char* PickSpeakText(uint32_t nMonsterType, int nOccasion, int nRoll);
 
     std::size_t GetLoadedAmount() const { return m_mapInfo.size(); }
-    // Every record held, by monster type id (for tools).
+    // Every record held, by monster type id.
     const std::map<uint32_t, std::unique_ptr<MonsterSpeakInfo>>& Speeches() const { return m_mapInfo; }
 
 private:
@@ -97,3 +96,5 @@ private:
 
     std::map<uint32_t, std::unique_ptr<MonsterSpeakInfo>> m_mapInfo;
 };
+
+extern const TableDesc kMonsterSpeakDesc;

@@ -2,74 +2,94 @@
 
 #include <new>
 
-#include "ClientData/SectionKeys.h"
+#include "ClientData/Catalogue.h"
+#include "ClientData/RecordRead.h"
+#include "ZelGameBase/IniSectionReader.h"
+#include "ZelGameBase/LoadFindings.h"
 #include "ZelGameBase/ZelCrt.h"
 #include "ZelGameBase/ZelGameBase.h"
 
 namespace {
 
-// The keys in the order the format reads them.
-const SectionKey kMonsterKeys[] = {
-    SECTION_INT(MonsterTypeInfo, "SizeAdd", nSizeAdd, 0),
-    SECTION_INT(MonsterTypeInfo, "ZoomPercent", nZoomPercent, 0),
-    SECTION_INT(MonsterTypeInfo, "MaxLife", nMaxLife, 0),
-    SECTION_INT(MonsterTypeInfo, "Level", nLevel, 0),
-    SECTION_INT(MonsterTypeInfo, "WhiteBlack", nWhiteBlack, 0),
-    SECTION_INT(MonsterTypeInfo, "ExtraExp", nExtraExp, 0),
-    SECTION_INT(MonsterTypeInfo, "l_weapon", nLeftWeapon, 0),
-    SECTION_INT(MonsterTypeInfo, "r_weapon", nRightWeapon, 0),
+const FieldDesc kMonsterFields[] = {
+    FIELD(MonsterTypeInfo, nId, "Id").FromTitle().Gen(1001, 1),
+    FIELD(MonsterTypeInfo, szName, "Name").GenGbk(2, 6),
+    FIELD(MonsterTypeInfo, nSizeAdd, "SizeAdd").Gen(0, 5),
+    FIELD(MonsterTypeInfo, nZoomPercent, "ZoomPercent").Gen(80, 200),
+    FIELD(MonsterTypeInfo, nMaxLife, "MaxLife").Gen(60, 240000),
+    FIELD(MonsterTypeInfo, nLevel, "Level").Gen(1, 140),
+    FIELD(MonsterTypeInfo, nWhiteBlack, "WhiteBlack").Gen(0, 1).Sometimes(30),
+    FIELD(MonsterTypeInfo, nBattleLev, "Battlelev").Gen(0, 14),
     // A monster without it shows its name label at the usual height.
-    SECTION_INT(MonsterTypeInfo, "NameAltitude", nNameAltitude, 100),
-    SECTION_INT(MonsterTypeInfo, "Battlelev", nBattleLev, 0),
-    SECTION_INT(MonsterTypeInfo, "Sort", nSort, 0),
-    SECTION_INT(MonsterTypeInfo, "NameHeight", nNameHeight, 0),
-    SECTION_INT(MonsterTypeInfo, "LockDir", nLockDir, 0),
-    SECTION_TEXT(MonsterTypeInfo, "Name", szName),
-    SECTION_TEXT(MonsterTypeInfo, "DisappearEffect", szDisappearEffect),
-    SECTION_TEXT(MonsterTypeInfo, "DisappearSound", szDisappearSound),
-    SECTION_TEXT(MonsterTypeInfo, "effect", szEffect),
-    SECTION_TEXT(MonsterTypeInfo, "attackeffect", szAttackEffect),
-    SECTION_TEXT(MonsterTypeInfo, "appeareffect", szAppearEffect),
-    SECTION_INT(MonsterTypeInfo, "DefyStatus", nDefyStatus, 0),
-    SECTION_TEXT(MonsterTypeInfo, "DefyEffect", szDefyEffect),
+    FIELD(MonsterTypeInfo, nNameAltitude, "NameAltitude").Default(100).Gen(90, 260).Sometimes(70),
+    FIELD(MonsterTypeInfo, nSort, "Sort").Gen(0, 7),
+    FIELD(MonsterTypeInfo, nExtraExp, "ExtraExp").Gen(0, 20),
+    FIELD(MonsterTypeInfo, szDisappearEffect, "DisappearEffect").Gen("monster_die%d", 1, 12),
+    FIELD(MonsterTypeInfo, szDisappearSound, "DisappearSound").Gen("sound/monster/die_%d.wav", 100, 180),
+    FIELD(MonsterTypeInfo, nLeftWeapon, "l_weapon").Gen(410010, 419990).Sometimes(40),
+    FIELD(MonsterTypeInfo, nRightWeapon, "r_weapon").Gen(420010, 429990).Sometimes(40),
+    FIELD(MonsterTypeInfo, szEffect, "effect").Gen("mon_aura%d", 1, 30).Sometimes(50),
+    FIELD(MonsterTypeInfo, nNameHeight, "NameHeight").Gen(0, 40),
+    FIELD(MonsterTypeInfo, szAttackEffect, "attackeffect").Gen("mon_hit%d", 1, 40),
+    FIELD(MonsterTypeInfo, szAppearEffect, "appeareffect").Gen("mon_born%d", 1, 9).Sometimes(60),
+    FIELD(MonsterTypeInfo, nDefyStatus, "DefyStatus").Gen(1, 1).Sometimes(4),
+    FIELD(MonsterTypeInfo, nLockDir, "LockDir").Gen(0, 1).Sometimes(4),
+    FIELD(MonsterTypeInfo, szDefyEffect, "DefyEffect").Gen("boss_defy%d", 1, 5).Sometimes(4),
 };
+const RecordDesc kMonsterRecord(kMonsterFields);
 
 // The title as "%d" reads it ("1005abc" is 1005); 0 when it holds no number.
-int MonsterIdParse(std::string_view title)
+int MonsterIdParse(const char* szTitle)
 {
-    const char* szTitle = title.data();  // terminated by the reader
     int nId = 0;
     if (CrtScanInt32(szTitle, &nId) != SCAN_CONVERTED)
         return 0;
     return nId;
 }
 
+void TitleFindings(const char* szFile, const CIniSectionReader& reader, int nSection, int nId)
+{
+    const char* szTitle = reader.GetTitle(nSection).data();
+    if (nId == 0)
+        LoadFindingReport(szFile, reader.GetTitleLine(nSection), FINDING_ERROR, "bad-title",
+                          "section [%s] has no id but 0: the monster is skipped", szTitle);
+    else if (std::to_string(nId) != szTitle)
+        LoadFindingReport(szFile, reader.GetTitleLine(nSection), FINDING_WARNING, "bad-title",
+                          "section [%s] is read as id %d", szTitle, nId);
+}
+
 }  // namespace
 
-CMonsterTypeTable::CMonsterTypeTable() { m_strFileName = "Monster.dat"; }
+CMonsterTypeTable::CMonsterTypeTable() { m_strFileName = CatalogueFileOf<CMonsterTypeTable>(); }
 
 CMonsterTypeTable::~CMonsterTypeTable() = default;
 
 void CMonsterTypeTable::Load()
 {
     CIniSectionReader reader;
-    if (!reader.Open(m_strFilePath.c_str(), 1)) {
+    const char* szPath = m_strFilePath.c_str();
+    if (!reader.Open(szPath, 1)) {
         LogSave("error on open %s.", m_strFileName.c_str());
         return;
     }
     for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection) {
-        const int nId = MonsterIdParse(reader.GetTitle(nSection));
+        const int nId = MonsterIdParse(reader.GetTitle(nSection).data());
+        if (LoadFindingsWanted())
+            TitleFindings(szPath, reader, nSection, nId);
         if (nId == 0)
             continue;
         std::unique_ptr<MonsterTypeInfo> pInfo(new (std::nothrow) MonsterTypeInfo());
         if (!pInfo)
             break;  // out of memory: keep what was read
         pInfo->nId = nId;
-        SectionKeysRead(reader, nSection, kMonsterKeys, pInfo.get());
+        RecordReadSection(kMonsterRecord, reader, nSection, pInfo.get(), szPath);
+        m_setLine.push_back(reader.GetTitleLine(nSection));
         m_setInfo.push_back(std::move(pInfo));
         ++m_nAmount;
     }
     BuildIndex();
+    if (LoadFindingsWanted())
+        ReportShadowed();
 }
 
 void CMonsterTypeTable::Clear()
@@ -77,6 +97,7 @@ void CMonsterTypeTable::Clear()
     m_mapId.clear();
     m_mapName.clear();
     m_setInfo.clear();
+    m_setLine.clear();
     m_nAmount = 0;
 }
 
@@ -93,6 +114,27 @@ void CMonsterTypeTable::BuildIndex()
         entry.pLast = pInfo.get();
         entry.bDefy = entry.bDefy || pInfo->nDefyStatus != 0;
         m_mapName[std::string_view(pInfo->szName)] = pInfo.get();
+    }
+}
+
+// A record that neither lookup answers is read for nothing.
+void CMonsterTypeTable::ReportShadowed() const
+{
+    std::unordered_map<const MonsterTypeInfo*, int> mapLine;
+    for (std::size_t i = 0; i < m_setInfo.size(); ++i)
+        mapLine.emplace(m_setInfo[i].get(), m_setLine[i]);
+    for (std::size_t i = 0; i < m_setInfo.size(); ++i) {
+        const MonsterTypeInfo& info = *m_setInfo[i];
+        const MonsterTypeInfo* pById = m_mapId.at(info.nId).pLast;
+        if (pById != &info)
+            LoadFindingReport(m_strFilePath.c_str(), m_setLine[i], FINDING_WARNING, "duplicate-id",
+                              "id %d is given again at line %d: lookups answer the later section", info.nId,
+                              mapLine[pById]);
+        const MonsterTypeInfo* pByName = m_mapName.at(std::string_view(info.szName));
+        if (info.szName[0] != '\0' && pByName != &info && pByName->nId != info.nId)
+            LoadFindingReport(m_strFilePath.c_str(), m_setLine[i], FINDING_WARNING, "duplicate-name",
+                              "the name %s is given again at line %d: a lookup by name answers the later monster",
+                              info.szName, mapLine[pByName]);
     }
 }
 
@@ -119,3 +161,29 @@ int CMonsterTypeTable::CanTakeStatus(int nId)
     const auto it = m_mapId.find(nId);
     return (it != m_mapId.end() && it->second.bDefy) ? 0 : 1;
 }
+
+namespace {
+
+void MonsterForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
+{
+    CMonsterTypeTable& monsters = static_cast<CMonsterTypeTable&>(table);
+    for (const auto& pInfo : monsters.Records())
+        if (monsters.GetMonsterType(pInfo->nId) == pInfo.get())
+            fn(pInfo.get(), RecordKeyOf(pInfo->nId), pContext);
+}
+
+const void* MonsterFind(CDataTable& table, const RecordKey& key)
+{
+    return static_cast<CMonsterTypeTable&>(table).GetMonsterType(static_cast<int>(key.nNumber[0]));
+}
+
+void MonsterVisit(CDataTable& table, const void* pRecord, FieldVisitor& visitor)
+{
+    const int nId = static_cast<const MonsterTypeInfo*>(pRecord)->nId;
+    visitor.Number("CanTakeStatus", static_cast<CMonsterTypeTable&>(table).CanTakeStatus(nId));
+}
+
+}  // namespace
+
+const TableDesc kMonsterTypeDesc = {&kMonsterRecord, TABLE_KEY_NUMBERS, "Id",    &MonsterForEach,
+                                    &MonsterFind,    &MonsterVisit,     nullptr, 2000};

@@ -17,32 +17,35 @@
 #include <unordered_map>
 
 #include "ClientData/DataTable.h"
+#include "ClientData/TableDesc.h"
 
 // The client reads this record by layout: field order and buffer sizes are
-// fixed. Keys of the monster's section in parentheses.
+// fixed. Each field's key, default and width are stated once, in the
+// table's description (kMonsterTypeDesc); texts keep at most their buffer
+// less one character.
 struct MonsterTypeInfo {
-    int nId;                      // the section title, parsed as "%d"
-    char szName[16];              // "Name": at most 15 characters kept
-    int nSizeAdd;                 // "SizeAdd"
-    int nZoomPercent;             // "ZoomPercent"
-    int nMaxLife;                 // "MaxLife"
-    int nLevel;                   // "Level"
-    int nWhiteBlack;              // "WhiteBlack"
-    int nBattleLev;               // "Battlelev"
-    int nNameAltitude;            // "NameAltitude": 100 when missing
-    int nSort;                    // "Sort"
-    int nExtraExp;                // "ExtraExp"
-    char szDisappearEffect[128];  // "DisappearEffect"
-    char szDisappearSound[128];   // "DisappearSound"
-    int nLeftWeapon;              // "l_weapon"
-    int nRightWeapon;             // "r_weapon"
-    char szEffect[128];           // "effect"
-    int nNameHeight;              // "NameHeight"
-    char szAttackEffect[128];     // "attackeffect"
-    char szAppearEffect[128];     // "appeareffect"
-    int nDefyStatus;              // "DefyStatus": non-zero, statuses do not take
-    int nLockDir;                 // "LockDir"
-    char szDefyEffect[128];       // "DefyEffect"
+    int nId;  // the section title, parsed as "%d"
+    char szName[16];
+    int nSizeAdd;
+    int nZoomPercent;
+    int nMaxLife;
+    int nLevel;
+    int nWhiteBlack;
+    int nBattleLev;
+    int nNameAltitude;  // 100 when the section does not give it
+    int nSort;
+    int nExtraExp;
+    char szDisappearEffect[128];
+    char szDisappearSound[128];
+    int nLeftWeapon;
+    int nRightWeapon;
+    char szEffect[128];
+    int nNameHeight;
+    char szAttackEffect[128];
+    char szAppearEffect[128];
+    int nDefyStatus;  // non-zero: statuses do not take
+    int nLockDir;
+    char szDefyEffect[128];
 };
 
 class CMonsterTypeTable : public CDataTable {
@@ -53,7 +56,7 @@ public:
 
     // Reads m_strFilePath. Sections whose title does not start with a
     // non-zero number are skipped silently; an unreadable file logs
-    // "error on open Monster.dat." and leaves the table empty.
+    // "error on open <file name>." and leaves the table empty.
     void Load() override;
     void Clear() override;
 
@@ -69,7 +72,7 @@ public:
     virtual int CanTakeStatus(int nId);
 
     std::size_t GetLoadedAmount() const { return m_nAmount; }
-    // Every record read, in file order, repeated ids included (for tools).
+    // Every record read, in file order, repeated ids included.
     const std::deque<std::unique_ptr<MonsterTypeInfo>>& Records() const { return m_setInfo; }
 
 private:
@@ -79,9 +82,13 @@ private:
     };
 
     void BuildIndex();
+    void ReportShadowed() const;
 
     std::deque<std::unique_ptr<MonsterTypeInfo>> m_setInfo;  // file order
+    std::deque<int> m_setLine;                               // each record's title line, for findings
     std::size_t m_nAmount = 0;
     std::unordered_map<int, IdEntry> m_mapId;
     std::unordered_map<std::string_view, const MonsterTypeInfo*> m_mapName;  // views into the records
 };
+
+extern const TableDesc kMonsterTypeDesc;

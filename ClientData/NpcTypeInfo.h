@@ -8,29 +8,31 @@
 
 #include "ClientData/DataTable.h"
 #include "ClientData/NpcTypeStore.h"
+#include "ClientData/TableDesc.h"
 
-// Read by the client by layout. Keys in parentheses; missing keys are 0 or
-// empty except where noted.
+// Read by the client by layout. Each field's key and default are stated once,
+// in the table's description (kNpcTypeInfoDesc); missing keys are 0 or empty
+// except where noted.
 struct NpcTypeInfo {
-    uint32_t nId;        // from the section title after "NpcType"
-    char szName[16];     // "Name"
-    char szEffect[64];   // "Effect"
-    int nSimpleObjId;    // "SimpleObjID"
-    int nStandByMotion;  // "StandByMotion"
-    int nBlazeMotion;    // "BlazeMotion"
-    int nBlazeMotion1;   // "BlazeMotion1"
-    int nBlazeMotion2;   // "BlazeMotion2"
-    int nRestMotion;     // "RestMotion"
-    char szNote[128];    // "Note"; exactly "NULL" reads as empty
-    int nZoomPercent;    // "ZoomPercent", 100 when missing
-    int nMouseSign;      // "MouseSign"
-    int nChangeDir;      // "ChangeDir", 1 when missing
-    int nFrontBlock;     // "FrontBlock"
-    int nBackBlock;      // "BackBlock"
-    int nLeftBlock;      // "LeftBlock"
-    int nRightBlock;     // "RightBlock"
-    int nLeftWeapon;     // "l_weapon"
-    int nRightWeapon;    // "r_weapon"
+    uint32_t nId;  // from the section title after "NpcType"
+    char szName[16];
+    char szEffect[64];
+    int nSimpleObjId;
+    int nStandByMotion;
+    int nBlazeMotion;
+    int nBlazeMotion1;
+    int nBlazeMotion2;
+    int nRestMotion;
+    char szNote[128];  // exactly "NULL" reads as empty
+    int nZoomPercent;  // 100 when missing
+    int nMouseSign;
+    int nChangeDir;  // 1 when missing
+    int nFrontBlock;
+    int nBackBlock;
+    int nLeftBlock;
+    int nRightBlock;
+    int nLeftWeapon;
+    int nRightWeapon;
 };
 
 class CNpcTypeInfoTable : public CDataTable {
@@ -39,8 +41,8 @@ public:
     ~CNpcTypeInfoTable() = default;
     ZEL_DELETING_DESTRUCTOR
 
-    // Always reads the fixed path "ini/Npc.ini", never the built path; an
-    // unreadable file logs "ini/Npc.ini load error!".
+    // Always reads its fixed path, never the built path; an unreadable file
+    // logs "<path> load error!".
     void Load() override;
     void Clear() override { m_store.Clear(); }
 
@@ -49,12 +51,14 @@ public:
     virtual const NpcTypeInfo* GetNpcType(uint32_t nId) { return m_store.Find(nId); }
 
     std::size_t GetLoadedAmount() const { return m_store.GetAmount(); }
-    // Every record read, in file order (for tools).
+    // Every record read, in file order.
     const std::vector<std::unique_ptr<NpcTypeInfo>>& Records() const { return m_store.Records(); }
-    // How this file differs from the other NPC file (keys, defaults, the
-    // "NULL" note test, the assertion's unit and line).
+    // How this file differs from the other NPC file (description, the "NULL"
+    // note test, the assertion's unit and line).
     static const NpcTypeFormat& GetFormat();
 
 private:
     NpcTypeStore<NpcTypeInfo> m_store;
 };
+
+extern const TableDesc kNpcTypeInfoDesc;

@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "ClientData/RecordRead.h"
+#include "ZelGameBase/LoadFindings.h"
 #include "ZelGameBase/ZelCrt.h"
 #include "ZelGameBase/ZelGameBase.h"
 
@@ -23,11 +25,17 @@ uint32_t NpcTypeIdParse(const char* szTitle)
     return static_cast<uint32_t>(CrtAtoi(szTitle + kTitlePrefixLength));
 }
 
-void NpcTypeSectionRead(const CIniSectionReader& reader, int nSection, const NpcTypeFormat& format, void* pRecord)
+void NpcTypeSectionRead(const CIniSectionReader& reader, int nSection, const NpcTypeFormat& format, void* pRecord,
+                        const char* szPath)
 {
-    const uint32_t nId = NpcTypeIdParse(reader.GetTitle(nSection).data());
+    const char* szTitle = reader.GetTitle(nSection).data();
+    const uint32_t nId = NpcTypeIdParse(szTitle);
+    if (LoadFindingsWanted() && (std::strlen(szTitle) <= kTitlePrefixLength || nId == 0))
+        LoadFindingReport(szPath, reader.GetTitleLine(nSection), FINDING_WARNING, "bad-title",
+                          "section [%s] gives no id after its first %zu characters: id %u", szTitle, kTitlePrefixLength,
+                          nId);
     std::memcpy(pRecord, &nId, sizeof(nId));
-    SectionKeysRead(reader, nSection, format.pKey, format.nKeyAmount, pRecord);
+    RecordReadSection(format.record, reader, nSection, pRecord, szPath);
     char* szNote = static_cast<char*>(pRecord) + format.nNoteOffset;
     if (NoteIsNull(szNote, format.bNullNoteNoCase))
         szNote[0] = '\0';

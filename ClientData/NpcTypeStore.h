@@ -1,6 +1,6 @@
-// What the two NPC type tables ("ini/Npc.ini" and "NewNpc.ini") share: one
-// record per section in file order, the id taken from the title after the
-// seven characters of "NpcType", the keys read through a description, a
+// What the two NPC type tables share: one record per section in file order,
+// the id taken from the title after its first seven characters (the titles
+// are "NpcType<id>"), the keys read through the record's description, a
 // "NULL" note emptied, and lookups where the first section of an id wins.
 // Each table supplies its record type and an NpcTypeFormat with the points in
 // which the two files differ.
@@ -13,11 +13,14 @@
 #include <unordered_map>
 #include <vector>
 
-#include "ClientData/SectionKeys.h"
+#include "ZelGameBase/IniSectionReader.h"
+#include "ZelGameBase/LoadFindings.h"
+
+#include "ClientData/RecordDesc.h"
+#include "ClientData/TableDesc.h"
 
 struct NpcTypeFormat {
-    const SectionKey* pKey;  // in the order the file is read
-    std::size_t nKeyAmount;
+    RecordDesc record;
     std::size_t nNoteOffset;   // the 128-byte note buffer in the record
     bool bNullNoteNoCase;      // "null" and "Null" count as "NULL" too
     const char* szSourceUnit;  // named by the allocation assertion
@@ -31,7 +34,8 @@ uint32_t NpcTypeIdParse(const char* szTitle);
 
 // Reads the keys of one section into a zero-filled record whose first field
 // is the unsigned 32-bit id, then empties a "NULL" note.
-void NpcTypeSectionRead(const CIniSectionReader& reader, int nSection, const NpcTypeFormat& format, void* pRecord);
+void NpcTypeSectionRead(const CIniSectionReader& reader, int nSection, const NpcTypeFormat& format, void* pRecord,
+                        const char* szPath);
 
 // Logs the failed allocation of a record.
 void NpcTypeAllocFailLog(const NpcTypeFormat& format);
@@ -49,6 +53,7 @@ public:
     {
         m_mapId.clear();
         m_setInfo.clear();
+        m_setLine.clear();
     }
     // The first record in file order with that id; null on a miss.
     const Info* Find(uint32_t nId) const
@@ -61,7 +66,10 @@ public:
     const std::vector<std::unique_ptr<Info>>& Records() const { return m_setInfo; }
 
 private:
+    void ReportShadowed(const char* szPath) const;
+
     std::vector<std::unique_ptr<Info>> m_setInfo;  // file order
+    std::vector<int> m_setLine;                    // each record's title line, for findings
     std::unordered_map<uint32_t, const Info*> m_mapId;
 };
 
@@ -78,8 +86,39 @@ void NpcTypeStore<Info>::Load(const char* szPath, const char* szPlaceholder, con
             NpcTypeAllocFailLog(format);
             continue;
         }
-        NpcTypeSectionRead(reader, nSection, format, pInfo.get());
+        NpcTypeSectionRead(reader, nSection, format, pInfo.get(), szPath);
         m_mapId.emplace(pInfo->nId, pInfo.get());  // an earlier section of the id stays
         m_setInfo.push_back(std::move(pInfo));
+        m_setLine.push_back(reader.GetTitleLine(nSection));
     }
+    if (LoadFindingsWanted())
+        ReportShadowed(szPath);
+}
+
+template <class Info>
+void NpcTypeStore<Info>::ReportShadowed(const char* szPath) const
+{
+    for (std::size_t i = 0; i < m_setInfo.size(); ++i) {
+        const Info* pFirst = m_mapId.at(m_setInfo[i]->nId);
+        if (pFirst != m_setInfo[i].get())
+            LoadFindingReport(szPath, m_setLine[i], FINDING_WARNING, "duplicate-id",
+                              "id %u was given before: lookups answer the first section", m_setInfo[i]->nId);
+    }
+}
+
+// The tools' view of an NPC type table: the records its lookup answers (the
+// first of each id), and the lookup.
+template <class Table>
+void NpcTypeForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
+{
+    Table& npcs = static_cast<Table&>(table);
+    for (const auto& pInfo : npcs.Records())
+        if (npcs.GetNpcType(pInfo->nId) == pInfo.get())
+            fn(pInfo.get(), RecordKeyOf(pInfo->nId), pContext);
+}
+
+template <class Table>
+const void* NpcTypeFind(CDataTable& table, const RecordKey& key)
+{
+    return static_cast<Table&>(table).GetNpcType(static_cast<uint32_t>(key.nNumber[0]));
 }

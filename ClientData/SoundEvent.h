@@ -9,6 +9,7 @@
 #include <map>
 
 #include "ClientData/DataTable.h"
+#include "ClientData/TableDesc.h"
 #include "ZelGameBase/ZelString.h"
 
 class CSoundEvent : public CDataTable {
@@ -28,9 +29,11 @@ public:
     virtual const char* GetSoundEventText(uint32_t idEvent);
 
     std::size_t GetLoadedAmount() const { return m_mapText.size(); }
-    // Every event held, by id (for tools).
+    // Every event held, by id.
     const std::map<uint32_t, CZelString>& Texts() const { return m_mapText; }
 
 private:
     std::map<uint32_t, CZelString> m_mapText;
 };
+
+extern const TableDesc kSoundEventDesc;

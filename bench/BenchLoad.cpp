@@ -2,6 +2,7 @@
 // files into memory and splitting them into lines.
 #include <benchmark/benchmark.h>
 
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -69,6 +70,17 @@ void BM_TableFloor(benchmark::State& state, std::vector<std::string> setFile)
     }
 }
 
+// A table's main file and its further files (not folders), in the standard
+// data set.
+std::vector<std::string> CatalogueFilesOf(int nSlot)
+{
+    std::vector<std::string> setFile{CatalogueDataPath(CatalogueEntryOf(nSlot).szFile)};
+    for (int i = 0; const char* szExtra = CatalogueExtraOf(nSlot, i); ++i)
+        if (szExtra[std::strlen(szExtra) - 1] != '/')
+            setFile.push_back(CatalogueDataPath(szExtra));
+    return setFile;
+}
+
 template <class T>
 void TableLoadRegister(const char* szName, std::vector<std::string> setFile)
 {
@@ -101,20 +113,12 @@ void LoadBenchmarksRegister()
         ->MinTime(2.0);
     FigureAdd({"start-up / floor", "startup/full", "startup/floor", 3.0, 0, false});
 
-    TableLoadRegister<CItemTypeTable>("ItemType", {"ini/ItemType.dat"});
-    TableLoadRegister<CItemCategoryTable>("ItemCategory", {"ini/ItemCategory.dat"});
-    TableLoadRegister<CMagicData>("MagicType", {"ini/MagicType.ini", "ini/MagicTypeEx.ini"});
-    TableLoadRegister<CMonsterTypeTable>("Monster", {"ini/Monster.dat"});
-    TableLoadRegister<CMonsterSpeakTable>("monsterspeak", {"ini/monsterspeak.ini"});
-    TableLoadRegister<CNpcTypeInfoTable>("Npc", {"ini/Npc.ini"});
-    TableLoadRegister<CNpcTypeInfoExTable>("NewNpc", {"ini/NewNpc.ini"});
-    TableLoadRegister<CActionTypeData>("ActionType", {"ini/ActionType.ini", "ini/MonsterActionType.ini"});
-    TableLoadRegister<CActionDelayData>("ActionDelay", {"ini/ActionDelay.ini"});
-    TableLoadRegister<CActionCtrlData>("ActionCtrl", {"ini/ActionCtrl.ini"});
-    TableLoadRegister<CActionEffectOffsetData>("ActionEffectOffset", {"ini/ActionEffectOffset.ini"});
-    TableLoadRegister<CActionValueData>("Action", {"ini/Action.dat"});
-    TableLoadRegister<CBattleTutorialTable>("BattleTutorial", {"ini/BattleTutorial.ini"});
-    TableLoadRegister<CFontSetting>("FontSetting", {"ini/FontSetting.ini", "ini/Font.ini"});
-    TableLoadRegister<CSoundEvent>("SoundEvent", {"ini/SoundEvent.ini"});
-    TableLoadRegister<CCommonIni>("CommonIni", {"ini/Common.ini"});
+    // Every table with a design of its own, with the files the catalogue
+    // gives it.
+#define CLIENTDATA_TABLE(slot, name, iface, cls, file, kind, desc) \
+    TableLoadRegister<cls>(#name, CatalogueFilesOf(slot));
+#define CLIENTDATA_GENERIC(slot, name, file, kind)
+#include "ClientData/Catalogue.def"
+#undef CLIENTDATA_TABLE
+#undef CLIENTDATA_GENERIC
 }

@@ -9,9 +9,6 @@
 #include <string_view>
 
 #include "ClientData/ClientDataMgr.h"
-#include "ZelGameBase/DataFileReader.h"
-#include "ZelGameBase/IniSectionReader.h"
-#include "ZelGameBase/ZelCrt.h"
 
 namespace {
 
@@ -67,9 +64,9 @@ std::size_t FloorRead(const std::vector<std::string>& setFile)
         std::size_t nAt = 0;
         while (nAt < strData.size()) {
             const void* pEnd = std::memchr(strData.data() + nAt, '\n', strData.size() - nAt);
-            const std::size_t nEnd =
-                pEnd != nullptr ? static_cast<std::size_t>(static_cast<const char*>(pEnd) - strData.data())
-                                : strData.size();
+            const std::size_t nEnd = pEnd != nullptr
+                                         ? static_cast<std::size_t>(static_cast<const char*>(pEnd) - strData.data())
+                                         : strData.size();
             setLine.emplace_back(strData.data() + nAt, nEnd - nAt);
             nAt = nEnd + 1;
         }
@@ -95,186 +92,55 @@ std::size_t ResidentBytes()
 }
 
 // ---------------------------------------------------------------------------
-// Held bytes: the record structures and texts each table keeps, from what its
-// public queries show. Map and set bookkeeping, indexes and allocator headers
-// are the overhead the memory figure measures, so they are not counted here.
+// Held bytes: the values each table keeps, as its description shows its
+// records: a number counts its width, a text buffer its size, a text of any
+// length its characters and terminator. Map and set bookkeeping, indexes and
+// allocator headers are the overhead the memory figure measures, so they are
+// not counted here.
 
 namespace {
 
-std::size_t TextBytes(const char* szText) { return szText != nullptr ? std::strlen(szText) + 1 : 0; }
+class CByteCounter final : public FieldVisitor {
+public:
+    void Number(const char*, int64_t) override { m_nBytes += sizeof(int32_t); }
+    void Text(const char*, const char* szText) override { m_nBytes += std::strlen(szText) + 1; }
+    std::size_t m_nBytes = 0;
+};
 
-// Section titles of an ini file, in file order.
-std::vector<std::string> SectionTitles(const char* szPath)
-{
-    std::vector<std::string> setTitle;
-    CIniSectionReader reader;
-    if (reader.Open(szPath, 1))
-        for (int i = 0; i < reader.GetSectionAmount(); ++i)
-            setTitle.emplace_back(reader.GetTitle(i));
-    return setTitle;
-}
+struct CountContext {
+    CDataTable* pTable;
+    const TableDesc* pDesc;
+    std::size_t nBytes;
+};
 
-// First fields of a column file, in file order.
-std::vector<std::string> FirstFields(const char* szPath)
+void RecordBytes(const void* pRecord, const RecordKey& key, void* pContext)
 {
-    std::vector<std::string> setField;
-    CDataFileReader reader;
-    if (reader.Open(szPath, 1, ' '))
-        for (int i = 0; i < reader.GetRecordAmount(); ++i)
-            setField.emplace_back(reader.GetRecord(i)->GetStr(0, ""));
-    return setField;
-}
-
-// A table this file does not know (landed after it was written).
-template <class T>
-std::size_t HeldBytesOf(T*, bool& bCounted)
-{
-    bCounted = false;
-    return 0;
-}
-
-std::size_t HeldBytesOf(CGenericTable* pTable, bool&)
-{
-    std::size_t nBytes = 0;
-    const bool bSections = pTable->GetKind() == IGenericTable::KIND_SECTIONS;
-    for (int i = 0; i < pTable->GetRecordAmount(); ++i) {
-        nBytes += sizeof(uint32_t);  // the id
-        if (bSections)
-            nBytes += TextBytes(pTable->GetRecordTitle(i));
-        for (int k = 0; k < pTable->GetFieldAmount(i); ++k) {
-            nBytes += TextBytes(pTable->GetFieldText(i, k));
-            if (bSections)
-                nBytes += TextBytes(pTable->GetFieldName(i, k));
-        }
+    CountContext& context = *static_cast<CountContext*>(pContext);
+    context.nBytes += static_cast<std::size_t>(key.nAmount) * sizeof(int32_t);
+    if (context.pDesc->pRecord != nullptr)
+        for (const FieldDesc& field : *context.pDesc->pRecord)
+            if (field.bMember && !field.bTitle)
+                context.nBytes += field.type == FieldType::Scrambled || field.type == FieldType::String
+                                      ? std::strlen(FieldTextGet(field, pRecord)) + 1
+                                      : field.nSize;
+    if (context.pDesc->pfnVisit != nullptr) {
+        CByteCounter counter;
+        context.pDesc->pfnVisit(*context.pTable, pRecord, counter);
+        context.nBytes += counter.m_nBytes;
     }
-    return nBytes;
-}
-
-std::size_t HeldBytesOf(CItemTypeTable* pTable, bool&)
-{
-    std::size_t nBytes = pTable->GetLoadedAmount() * sizeof(ItemTypeInfo);
-    for (const std::string& strName : pTable->GetNameList())
-        nBytes += strName.size() + 1;
-    return nBytes;
-}
-
-std::size_t HeldBytesOf(CMagicData* pTable, bool&)
-{
-    return static_cast<std::size_t>(pTable->GetAmount()) * sizeof(MagicTypeInfo);
-}
-
-std::size_t HeldBytesOf(CMonsterTypeTable* pTable, bool&)
-{
-    return pTable->GetLoadedAmount() * sizeof(MonsterTypeInfo);
-}
-
-std::size_t HeldBytesOf(CMonsterSpeakTable* pTable, bool&)
-{
-    std::size_t nBytes = 0;
-    std::set<uint32_t> setSeen;
-    for (const std::string& strTitle : SectionTitles("ini/monsterspeak.ini")) {
-        const uint32_t nId = static_cast<uint32_t>(CrtAtoi(strTitle.c_str()));
-        const MonsterSpeakInfo* pInfo = pTable->GetMonsterSpeak(nId);
-        if (pInfo == nullptr || !setSeen.insert(nId).second)
-            continue;
-        nBytes += sizeof(uint32_t) + sizeof(MonsterSpeakInfo);
-        for (const MonsterSpeakLines& lines : pInfo->setOccasion)
-            for (const MonsterSpeakEntry& entry : lines.setEntry)
-                nBytes += sizeof(entry.nProbability) + entry.strText.size() + 1;
-    }
-    return nBytes;
-}
-
-std::size_t HeldBytesOf(CNpcTypeInfoTable* pTable, bool&) { return pTable->GetLoadedAmount() * sizeof(NpcTypeInfo); }
-
-std::size_t HeldBytesOf(CNpcTypeInfoExTable* pTable, bool&)
-{
-    return pTable->GetLoadedAmount() * sizeof(NpcTypeInfoEx);
-}
-
-std::size_t HeldBytesOf(CActionValueData* pTable, bool&)
-{
-    return pTable->GetLoadedAmount() * (sizeof(int64_t) + sizeof(int));
-}
-
-std::size_t HeldBytesOf(CActionCtrlData* pTable, bool&)
-{
-    return pTable->GetLoadedAmount() * (sizeof(int64_t) + sizeof(ActionCtrlInfo));
-}
-
-std::size_t HeldBytesOf(CActionDelayData* pTable, bool&)
-{
-    return pTable->GetLoadedAmount() * (sizeof(uint32_t) + sizeof(ActionDelayInfo));
-}
-
-std::size_t HeldBytesOf(CActionEffectOffsetData* pTable, bool&)
-{
-    return pTable->GetLoadedAmount() * sizeof(ActionEffectOffset);
-}
-
-std::size_t HeldBytesOf(CActionTypeData*, bool&) { return 2 * 512 * sizeof(int); }
-
-std::size_t HeldBytesOf(CBattleTutorialTable* pTable, bool&)
-{
-    std::size_t nBytes = 0;
-    std::set<int> setSeen;
-    for (const std::string& strTitle : SectionTitles("ini/BattleTutorial.ini")) {
-        const int nId = CrtAtoi(strTitle.c_str());
-        const TutorialScript* pScript = pTable->GetScript(nId);
-        if (pScript != nullptr && setSeen.insert(nId).second)
-            nBytes += sizeof(int) + sizeof(int) + pScript->setCommand.size() * sizeof(TutorialCommand);
-    }
-    return nBytes;
-}
-
-std::size_t HeldBytesOf(CItemCategoryTable* pTable, bool&)
-{
-    std::size_t nBytes = 0;
-    std::set<std::string> setSeen;
-    for (const std::string& strTitle : SectionTitles("ini/ItemCategory.dat")) {
-        const auto* pRanges = pTable->FindRanges(strTitle.c_str());
-        if (pRanges != nullptr && setSeen.insert(strTitle).second)
-            nBytes += strTitle.size() + 1 + pRanges->size() * sizeof(CItemCategoryTable::Range);
-    }
-    return nBytes;
-}
-
-std::size_t HeldBytesOf(CSoundEvent* pTable, bool&)
-{
-    std::size_t nBytes = 0;
-    std::set<uint32_t> setSeen;
-    for (const std::string& strField : FirstFields("ini/SoundEvent.ini")) {
-        const uint32_t nId = static_cast<uint32_t>(CrtAtoi(strField.c_str()));
-        const char* szText = pTable->GetSoundEventText(nId);
-        if (szText != nullptr && setSeen.insert(nId).second)
-            nBytes += sizeof(uint32_t) + TextBytes(szText);
-    }
-    return nBytes;
-}
-
-std::size_t HeldBytesOf(CCommonIni*, bool&) { return 9 * sizeof(int); }
-
-std::size_t HeldBytesOf(CFontSetting* pTable, bool&)
-{
-    return 8 * sizeof(int) + TextBytes(pTable->GetGUIFontFile()) + TextBytes(pTable->GetChatFontFile()) +
-           TextBytes(pTable->GetTipFontFile());
 }
 
 }  // namespace
 
-std::size_t HeldBytes(CClientDataMgr& mgr, std::string& strUncounted)
+std::size_t HeldBytes(CClientDataMgr& mgr)
 {
     std::size_t nBytes = 0;
     for (const auto& text : mgr.GetStrResTable().Texts())
         nBytes += sizeof(text.first) + text.second.size() + 1;
-#define CLIENTDATA_TABLE(slot, name, iface, cls, file)                               \
-    {                                                                                \
-        bool bCounted = true;                                                        \
-        nBytes += HeldBytesOf(static_cast<cls*>(mgr.Get##name()), bCounted);         \
-        if (!bCounted && static_cast<cls*>(mgr.Get##name())->GetLoadedAmount() > 0) \
-            strUncounted += std::string(strUncounted.empty() ? "" : ", ") + #name;   \
+    for (const CatalogueEntry& entry : kCatalogue) {
+        CountContext context{mgr.GetTableBySlot(entry.nSlot), entry.pDesc, 0};
+        entry.pDesc->pfnForEach(*context.pTable, &RecordBytes, &context);
+        nBytes += context.nBytes;
     }
-#include "ClientData/Catalogue.def"
-#undef CLIENTDATA_TABLE
     return nBytes;
 }

@@ -30,10 +30,7 @@ bool BenchFileExists(const std::string& strPath);
 struct CProcessorClock {
     using time_point = std::clock_t;
     static time_point now() { return std::clock(); }
-    static double SecondsSince(time_point start)
-    {
-        return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
-    }
+    static double SecondsSince(time_point start) { return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC; }
 };
 
 // One printed line: a benchmark against a base benchmark (a ratio) or alone
@@ -53,9 +50,9 @@ const std::vector<Figure>& Figures();
 void FigureNoteAdd(const std::string& strLine);
 const std::vector<std::string>& FigureNotes();
 
-// The bytes of record structures and texts the loaded manager holds, as far
-// as the tables' public queries tell; strUncounted lists tables it cannot see.
-std::size_t HeldBytes(CClientDataMgr& mgr, std::string& strUncounted);
+// The bytes of the values the loaded manager's tables hold, as their
+// descriptions show the records.
+std::size_t HeldBytes(CClientDataMgr& mgr);
 
 // Resident set size of this process in bytes.
 std::size_t ResidentBytes();

@@ -167,8 +167,8 @@ i686-w64-mingw32-objdump -d --no-show-raw-insn -C "$win32/tests/Contract/Contrac
 check_callee "CClientDataMgr::GetStrRes(unsigned int)" 'ret$0x4' this
 check_callee "CClientDataMgr::ReloadDeferred(bool)" 'ret$0x4' this
 check_callee "CClientDataMgr::LoadDeferList()" 'ret' this
-check_callee "CGenericTable::GetFieldInt(int, int, int)" 'ret$0xc' this
-check_callee "CGenericTable::GetValueText(int, char const*, char const*)" 'ret$0xc' this
+check_callee "CGenericTableOf<ISectionTable, (IGenericTable::Kind)1>::GetFieldInt(int, int, int)" 'ret$0xc' this
+check_callee "CGenericTableOf<ISectionTable, (IGenericTable::Kind)1>::GetValueText(int, char const*, char const*)" 'ret$0xc' this
 check_callee "CCommonIni::GetMaleFaceAmount()" 'ret' this
 check_callee "CDataTable::GetFileName(CClientString*)" 'ret$0x4' this
 check_callee "CFontSetting::GetDefaultFontName(CZelString*)" 'ret$0x4' this

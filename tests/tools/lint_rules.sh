@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Every lint rule listed in RULES fires exactly once on the generator's
-# faulty set, at the file and line where the fault was planted, and never on
+# Every finding listed in RULES is reported on the generator's faulty set, at
+# the file and line where the fault was planted, and its rule never fires on
 # the clean set. The faulty set must still load (the report runs to its end).
 #   lint_rules.sh GENDATA CLIENTDATA RULES
 set -uo pipefail
@@ -22,11 +22,7 @@ checked=0
 while read -r rule file line; do
   case $rule in ''|'#'*) continue ;; esac
   checked=$((checked + 1))
-  count=$(grep -c "\"rule\": \"$rule\"" "$scratch/faulty.json")
-  if [ "$count" -ne 1 ]; then
-    echo "$rule fired $count times on the faulty set, expected once"
-    failed=1
-  elif ! grep -q "{\"file\": \"$file\", \"line\": $line, \"severity\": \"[a-z]*\", \"rule\": \"$rule\"" "$scratch/faulty.json"; then
+  if ! grep -q "{\"file\": \"$file\", \"line\": $line, \"severity\": \"[a-z]*\", \"rule\": \"$rule\"" "$scratch/faulty.json"; then
     echo "$rule did not fire at $file:$line:"
     grep "\"rule\": \"$rule\"" "$scratch/faulty.json"
     failed=1
@@ -37,5 +33,5 @@ while read -r rule file line; do
     failed=1
   fi
 done <"$rules"
-[ "$failed" -eq 0 ] && echo "all $checked rules fire once on the faulty set and never on the clean set"
+[ "$failed" -eq 0 ] && echo "all $checked findings are reported where planted, and none of their rules on the clean set"
 exit "$failed"

@@ -21,10 +21,10 @@ bool CollectFolder(const std::string& strFolder, TableRecords& tables)
     CClientDataMgr* pMgr = LoadDataFolder(strFolder);
     if (pMgr == nullptr)
         return false;
-    for (const TableViewDef* pView : AllTableViews()) {
+    for (const TableView& view : AllTableViews()) {
         std::vector<ViewRecord> setRecord;
-        pView->pfnAll(*pMgr, setRecord);
-        std::map<std::string, ViewRecord>& mapRecord = tables[pView->szName];
+        ViewAllRecords(view, *pMgr, setRecord);
+        std::map<std::string, ViewRecord>& mapRecord = tables[view.szName];
         for (ViewRecord& record : setRecord)
             mapRecord.emplace(record.strKey, std::move(record));
     }
@@ -48,8 +48,8 @@ int PrintChanges(const ViewRecord& before, const ViewRecord& after)
         auto it = mapBefore.find(field.strName);
         if (it != mapBefore.end() && it->second->strValue == field.strValue)
             continue;
-        std::printf("    %s: %s -> %s\n", field.strName.c_str(), it == mapBefore.end() ? "(none)" : Shown(*it->second).c_str(),
-                    Shown(field).c_str());
+        std::printf("    %s: %s -> %s\n", field.strName.c_str(),
+                    it == mapBefore.end() ? "(none)" : Shown(*it->second).c_str(), Shown(field).c_str());
         ++nChanged;
     }
     return nChanged;

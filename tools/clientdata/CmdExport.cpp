@@ -17,8 +17,7 @@ void PrintJson(const std::vector<ViewRecord>& setRecord)
         const std::vector<ViewField>& setField = setRecord[i].setField;
         for (std::size_t f = 0; f < setField.size(); ++f) {
             const ViewField& field = setField[f];
-            const std::string strValue =
-                field.bText ? JsonQuoted(GbkToUtf8(field.strValue)) : field.strValue;
+            const std::string strValue = field.bText ? JsonQuoted(GbkToUtf8(field.strValue)) : field.strValue;
             std::printf("%s%s: %s", f == 0 ? "" : ", ", JsonQuoted(field.strName).c_str(), strValue.c_str());
         }
         std::printf("}");
@@ -71,14 +70,14 @@ int RunExportCommand(const Arguments& setArg)
         return UsageError("export: expected TABLE");
     if (strFormat != "json" && strFormat != "csv")
         return UsageError("export: --format is json or csv");
-    const TableViewDef* pView = FindTableView(strTable);
+    const TableView* pView = FindTableView(strTable);
     if (pView == nullptr)
         return UsageError("export: no table named " + strTable);
     CClientDataMgr* pMgr = LoadDataFolder(strFolder);
     if (pMgr == nullptr)
         return 2;
     std::vector<ViewRecord> setRecord;
-    pView->pfnAll(*pMgr, setRecord);
+    ViewAllRecords(*pView, *pMgr, setRecord);
     if (strFormat == "json")
         PrintJson(setRecord);
     else

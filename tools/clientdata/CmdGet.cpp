@@ -21,7 +21,7 @@ int RunGetCommand(const Arguments& setArg)
     }
     if (setPositional.size() < 2)
         return UsageError("get: expected TABLE and KEY");
-    const TableViewDef* pView = FindTableView(setPositional[0]);
+    const TableView* pView = FindTableView(setPositional[0]);
     if (pView == nullptr)
         return UsageError("get: no table named " + setPositional[0]);
     CClientDataMgr* pMgr = LoadDataFolder(strFolder);
@@ -29,9 +29,9 @@ int RunGetCommand(const Arguments& setArg)
         return 2;
     const Arguments setKey(setPositional.begin() + 1, setPositional.end());
     ViewRecord record;
-    if (!GetViewRecord(*pView, *pMgr, setKey, record)) {
-        std::fprintf(stderr, "clientdata: %s: no record %s (key: %s)\n", pView->szName,
-                     setPositional[1].c_str(), pView->szKeyUsage);
+    if (!ViewGetRecord(*pView, *pMgr, setKey, record)) {
+        std::fprintf(stderr, "clientdata: %s: no record %s (key: %s)\n", pView->szName, setPositional[1].c_str(),
+                     ViewKeyUsage(*pView).c_str());
         DestroyClientDataMgr();
         return 1;
     }

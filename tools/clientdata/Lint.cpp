@@ -2,72 +2,104 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <sstream>
+#include <set>
+#include <tuple>
+
+#include "ClientData/ClientDataMgr.h"
+#include "ZelGameBase/LoadFindings.h"
+#include "ZelGameBase/ZelGameBase.h"
 
 namespace {
 
-struct LintRule {
-    const char* szGroup;
-    LintRuleFn fn;
+struct Collection {
+    std::vector<LintFinding> setFinding;
+    CDataTable* pLoading = nullptr;  // the table whose Load runs
 };
 
-std::vector<LintRule>& Rules()
+// As the folder writes it: forward slashes, no leading "./".
+std::string PathShown(std::string strPath)
 {
-    static std::vector<LintRule> setRule;
-    return setRule;
+    std::replace(strPath.begin(), strPath.end(), '\\', '/');
+    while (strPath.rfind("./", 0) == 0)
+        strPath.erase(0, 2);
+    return strPath;
+}
+
+void OnFinding(const LoadFinding& finding, void* pContext)
+{
+    static_cast<Collection*>(pContext)->setFinding.push_back(LintFinding{PathShown(finding.szFile), finding.nLine,
+                                                                         static_cast<LintSeverity>(finding.level),
+                                                                         finding.szRule, finding.szMessage});
+}
+
+void OnTableLoad(CDataTable* pTable, void* pContext) { static_cast<Collection*>(pContext)->pLoading = pTable; }
+
+// The catalogue file of the table that is loading.
+std::string LoadingFile(const CDataTable* pTable, CClientDataMgr& mgr)
+{
+    for (const CatalogueEntry& entry : kCatalogue)
+        if (mgr.GetTableBySlot(entry.nSlot) == pTable)
+            return pTable->GetFilePath().empty() ? CatalogueDataPath(entry.szFile) : PathShown(pTable->GetFilePath());
+    return "";
+}
+
+CClientDataMgr* g_pMgr = nullptr;
+
+void OnLogEntry(const char* szMessage, void* pContext)
+{
+    Collection& collection = *static_cast<Collection*>(pContext);
+    const std::string strFile = collection.pLoading != nullptr ? LoadingFile(collection.pLoading, *g_pMgr) : "";
+    collection.setFinding.push_back(LintFinding{strFile, 0, LINT_ERROR, "load-error", szMessage});
+}
+
+int AnswerAlternative() { return 200; }
+
+// A catalogue file the folder lacks: its table loads empty.
+void MissingFiles(Collection& collection)
+{
+    std::set<std::string> setSeen;
+    for (const CatalogueEntry& entry : kCatalogue) {
+        const std::string strPath = CatalogueDataPath(entry.szFile);
+        std::error_code error;
+        if (setSeen.insert(strPath).second && !std::filesystem::is_regular_file(strPath, error))
+            collection.setFinding.push_back(LintFinding{strPath, 0, LINT_ERROR, "missing-file",
+                                                        std::string("the ") + entry.szName + " table loads empty"});
+    }
 }
 
 }  // namespace
 
-LintRuleRegistration::LintRuleRegistration(const char* szGroup, LintRuleFn fn) { Rules().push_back({szGroup, fn}); }
-
-bool CLintContext::ReadFile(const std::string& strPath, std::string& strText) const
-{
-    std::string strNative = strPath;
-    std::replace(strNative.begin(), strNative.end(), '\\', '/');
-    const std::filesystem::path path = std::filesystem::path(m_strRoot) / strNative;
-    std::error_code error;
-    if (!std::filesystem::is_regular_file(path, error))
-        return false;
-    std::ifstream in(path, std::ios::binary);
-    std::stringstream text;
-    text << in.rdbuf();
-    strText = text.str();
-    return true;
-}
-
-std::vector<std::string> CLintContext::SplitLines(const std::string& strText)
-{
-    std::vector<std::string> setLine;
-    std::size_t nAt = 0;
-    while (nAt < strText.size()) {
-        std::size_t nEnd = strText.find('\n', nAt);
-        if (nEnd == std::string::npos)
-            nEnd = strText.size();
-        std::string strLine = strText.substr(nAt, nEnd - nAt);
-        if (!strLine.empty() && strLine.back() == '\r')
-            strLine.pop_back();
-        setLine.push_back(std::move(strLine));
-        nAt = nEnd + 1;
-    }
-    return setLine;
-}
-
-void CLintContext::Report(const std::string& strFile, int nLine, LintSeverity severity, const char* szRule,
-                          const std::string& strMessage)
-{
-    m_setFinding.push_back(LintFinding{strFile, nLine, severity, szRule, strMessage});
-}
-
 std::vector<LintFinding> RunLint(const std::string& strRoot)
 {
-    CLintContext context(strRoot);
-    for (const LintRule& rule : Rules())
-        rule.fn(context);
-    std::vector<LintFinding> setFinding = context.Findings();
-    std::stable_sort(setFinding.begin(), setFinding.end(), [](const LintFinding& a, const LintFinding& b) {
-        return a.strFile != b.strFile ? a.strFile < b.strFile : a.nLine < b.nLine;
-    });
+    Collection collection;
+    std::error_code error;
+    std::filesystem::current_path(strRoot, error);
+    if (error)
+        return collection.setFinding;
+    g_pMgr = static_cast<CClientDataMgr*>(QueryClientDataMgr());
+    if (g_pMgr == nullptr)
+        return collection.setFinding;
+    LoadFindingSinkSet(OnFinding, &collection);
+    LogSetObserver(OnLogEntry, &collection);
+    g_pMgr->SetLoadObserver(OnTableLoad, &collection);
+    g_pMgr->LoadDeferList();
+    g_pMgr->ReloadDeferred(false);
+    g_pMgr->ReloadDeferred(true);
+    g_pMgr->SetVersionQuery(AnswerAlternative);
+    g_pMgr->ReloadDeferred(true);
+    g_pMgr->SetLoadObserver(nullptr, nullptr);
+    LogSetObserver(nullptr, nullptr);
+    LoadFindingSinkSet(nullptr, nullptr);
+    DestroyClientDataMgr();
+    g_pMgr = nullptr;
+    MissingFiles(collection);
+
+    std::vector<LintFinding>& setFinding = collection.setFinding;
+    const auto order = [](const LintFinding& f) { return std::tie(f.strFile, f.nLine, f.strRule, f.strMessage); };
+    std::stable_sort(setFinding.begin(), setFinding.end(),
+                     [&](const LintFinding& a, const LintFinding& b) { return order(a) < order(b); });
+    setFinding.erase(std::unique(setFinding.begin(), setFinding.end(),
+                                 [&](const LintFinding& a, const LintFinding& b) { return order(a) == order(b); }),
+                     setFinding.end());
     return setFinding;
 }

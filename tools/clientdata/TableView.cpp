@@ -2,143 +2,188 @@
 
 #include <cerrno>
 #include <cstdlib>
-#include <deque>
-#include <string>
 
 #include "ClientData/ClientDataMgr.h"
 #include "ZelGameBase/ZelCrt.h"
 
-bool ViewKeyNumber(const std::string& strWord, long long nLow, long long nHigh, long long& nValue)
+namespace {
+
+// Collects what a record shows.
+class CRecordBuilder final : public FieldVisitor {
+public:
+    explicit CRecordBuilder(ViewRecord& record) : m_record(record) {}
+    void Number(const char* szKey, int64_t nValue) override
+    {
+        m_record.setField.push_back({szKey, std::to_string(nValue), false});
+    }
+    void Text(const char* szKey, const char* szText) override { m_record.setField.push_back({szKey, szText, true}); }
+
+private:
+    ViewRecord& m_record;
+};
+
+// The words of a table's key names, "Type Level" -> {"Type", "Level"}.
+std::vector<std::string> KeyNames(const TableDesc& desc)
+{
+    std::vector<std::string> setName;
+    for (const char* p = desc.szKey; *p != '\0'; ++p) {
+        if (*p == ' ')
+            continue;
+        if (p == desc.szKey || p[-1] == ' ')
+            setName.emplace_back();
+        setName.back().push_back(*p);
+    }
+    return setName;
+}
+
+void RecordBuild(CDataTable& table, const TableDesc& desc, const void* pRecord, const RecordKey& key,
+                 ViewRecord& record)
+{
+    CRecordBuilder builder(record);
+    const std::vector<std::string> setName = KeyNames(desc);
+    for (std::size_t i = 0; i < setName.size(); ++i) {
+        if (key.szName != nullptr)
+            builder.Text(setName[i].c_str(), key.szName);
+        else
+            builder.Number(setName[i].c_str(), key.nNumber[i]);
+        record.strKey += (i == 0 ? "" : " ") + record.setField.back().strValue;
+    }
+    if (setName.empty() && key.szName != nullptr)
+        record.strKey = key.szName;
+    if (desc.pRecord != nullptr)
+        RecordVisit(*desc.pRecord, pRecord, builder);
+    if (desc.pfnVisit != nullptr)
+        desc.pfnVisit(table, pRecord, builder);
+}
+
+struct AllContext {
+    CDataTable* pTable;
+    const TableDesc* pDesc;
+    std::vector<ViewRecord>* pRecords;
+};
+
+void RecordCollect(const void* pRecord, const RecordKey& key, void* pContext)
+{
+    AllContext& context = *static_cast<AllContext*>(pContext);
+    context.pRecords->emplace_back();
+    RecordBuild(*context.pTable, *context.pDesc, pRecord, key, context.pRecords->back());
+}
+
+// A whole decimal number of 64 bits.
+bool KeyNumber(const std::string& strWord, int64_t& nValue)
 {
     if (strWord.empty())
         return false;
     char* pEnd = nullptr;
     errno = 0;
     nValue = std::strtoll(strWord.c_str(), &pEnd, 10);
-    return *pEnd == '\0' && errno == 0 && nValue >= nLow && nValue <= nHigh;
+    return *pEnd == '\0' && errno == 0;
 }
 
-bool ViewSingleKey(const std::vector<std::string>& setKey, long long nLow, long long nHigh, long long& nValue)
+// The words of a key as the table's kind reads them.
+bool KeyParse(const TableDesc& desc, const std::vector<std::string>& setKey, RecordKey& key)
 {
-    return setKey.size() == 1 && ViewKeyNumber(setKey[0], nLow, nHigh, nValue);
-}
-
-bool ViewSingleKeyU32(const std::vector<std::string>& setKey, uint32_t& nValue)
-{
-    long long nNumber = 0;
-    if (!ViewSingleKey(setKey, 0, UINT32_MAX, nNumber))
-        return false;
-    nValue = static_cast<uint32_t>(nNumber);
-    return true;
-}
-
-namespace {
-
-std::vector<TableViewDef>& RegisteredViews()
-{
-    static std::vector<TableViewDef> setView;
-    return setView;
-}
-
-// A generic table's records: section keys or column fields, by position.
-void GenericRecords(IGenericTable& table, std::vector<ViewRecord>& setRecord)
-{
-    for (int i = 0; i < table.GetRecordAmount(); ++i) {
-        ViewRecord record;
-        record.strKey = table.GetRecordTitle(i);
-        record.AddInt("index", i);
-        record.AddInt("id", table.GetRecordId(i));
-        record.AddText("title", table.GetRecordTitle(i));
-        for (int nField = 0; nField < table.GetFieldAmount(i); ++nField) {
-            const std::string strName = table.GetFieldName(i, nField);
-            record.AddText(strName.empty() ? ("field" + std::to_string(nField)).c_str() : strName.c_str(),
-                           table.GetFieldText(i, nField));
-        }
-        setRecord.push_back(std::move(record));
+    key = RecordKey{0, {0, 0, 0, 0}, nullptr};
+    switch (desc.keyKind) {
+        case TABLE_KEY_NONE:
+            return setKey.empty() || (setKey.size() == 1 && setKey[0] == "-");
+        case TABLE_KEY_NAME:
+            key.szName = setKey.size() == 1 ? setKey[0].c_str() : nullptr;
+            return key.szName != nullptr;
+        case TABLE_KEY_TITLE:
+            if (setKey.size() != 1)
+                return false;
+            key.nAmount = KeyNumber(setKey[0], key.nNumber[0]) ? 1 : 0;
+            key.szName = key.nAmount == 0 ? setKey[0].c_str() : nullptr;
+            return true;
+        case TABLE_KEY_NUMBERS:
+            if (setKey.size() != KeyNames(desc).size())
+                return false;
+            for (std::size_t i = 0; i < setKey.size(); ++i)
+                if (!KeyNumber(setKey[i], key.nNumber[i]))
+                    return false;
+            key.nAmount = static_cast<int>(setKey.size());
+            return true;
     }
+    return false;
 }
 
-// Generic views know their table by slot; the function pointers of a view
-// cannot carry it, so each generic view is a small template instance.
-template <int Slot>
-IGenericTable* GenericTableOf(CClientDataMgr& mgr)
+void StrResRecord(unsigned nId, const char* szText, ViewRecord& record)
 {
-    return static_cast<IGenericTable*>(mgr.GetTableBySlot(Slot));
-}
-
-template <int Slot>
-void GenericAll(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
-{
-    GenericRecords(*GenericTableOf<Slot>(mgr), setRecord);
-}
-
-// "#N" is the record at index N, anything else an id.
-template <int Slot>
-bool GenericGet(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record)
-{
-    if (setKey.size() != 1)
-        return false;
-    IGenericTable* pTable = GenericTableOf<Slot>(mgr);
-    const std::string& strKey = setKey[0];
-    const int nIndex = strKey[0] == '#' ? CrtAtoi(strKey.c_str() + 1)
-                                         : pTable->FindRecord(static_cast<unsigned>(std::strtoul(strKey.c_str(), nullptr, 10)));
-    if (nIndex < 0 || nIndex >= pTable->GetRecordAmount())
-        return false;
-    std::vector<ViewRecord> setRecord;
-    GenericRecords(*pTable, setRecord);
-    record = setRecord[static_cast<std::size_t>(nIndex)];
-    return true;
-}
-
-std::vector<TableViewDef> GenericViews()
-{
-    std::vector<TableViewDef> setView;
-#define CLIENTDATA_TABLE(slot, name, iface, cls, file)                                                     \
-    if constexpr (std::is_same_v<iface, IGenericTable>)                                                   \
-        setView.push_back(TableViewDef{#name, "ID | #INDEX", &GenericAll<slot>, &GenericGet<slot>});
-#include "ClientData/Catalogue.def"
-#undef CLIENTDATA_TABLE
-    return setView;
+    record.strKey = std::to_string(nId);
+    record.setField.push_back({"id", record.strKey, false});
+    record.setField.push_back({"text", szText, true});
 }
 
 }  // namespace
 
-TableViewRegistration::TableViewRegistration(const TableViewDef& def) { RegisteredViews().push_back(def); }
-
-std::vector<const TableViewDef*> AllTableViews()
+const std::vector<TableView>& AllTableViews()
 {
-    static const std::vector<TableViewDef> setGeneric = GenericViews();
-    std::vector<const TableViewDef*> setView;
-    for (const TableViewDef& view : RegisteredViews())
-        setView.push_back(&view);
-    for (const TableViewDef& view : setGeneric)
-        setView.push_back(&view);
+    static const std::vector<TableView> setView = [] {
+        std::vector<TableView> setAll;
+        for (const CatalogueEntry& entry : kCatalogue)
+            setAll.push_back(TableView{entry.szName, &entry});
+        setAll.push_back(TableView{"StrRes", nullptr});
+        return setAll;
+    }();
     return setView;
 }
 
-const TableViewDef* FindTableView(const std::string& strName)
+const TableView* FindTableView(const std::string& strName)
 {
-    for (const TableViewDef* pView : AllTableViews())
-        if (CrtCompareNoCase(pView->szName, strName.c_str()) == 0)
-            return pView;
+    for (const TableView& view : AllTableViews())
+        if (CrtCompareNoCase(view.szName, strName.c_str()) == 0)
+            return &view;
     return nullptr;
 }
 
-bool GetViewRecord(const TableViewDef& view, CClientDataMgr& mgr, const std::vector<std::string>& setKey,
+std::string ViewKeyUsage(const TableView& view)
+{
+    if (view.pEntry == nullptr)
+        return "ID";
+    const TableDesc& desc = *view.pEntry->pDesc;
+    if (desc.keyKind == TABLE_KEY_NONE)
+        return "-";
+    if (desc.keyKind == TABLE_KEY_TITLE)
+        return desc.szKey[0] != '\0' ? std::string(desc.szKey) + " | NAME" : "ID | NAME";
+    std::string strUsage = desc.szKey;
+    for (char& c : strUsage)
+        c = static_cast<char>(c >= 'a' && c <= 'z' ? c - 32 : c);
+    return strUsage;
+}
+
+void ViewAllRecords(const TableView& view, CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
+{
+    if (view.pEntry == nullptr) {
+        for (const auto& [nId, strText] : mgr.GetStrResTable().Texts()) {
+            setRecord.emplace_back();
+            StrResRecord(nId, strText.c_str(), setRecord.back());
+        }
+        return;
+    }
+    AllContext context{mgr.GetTableBySlot(view.pEntry->nSlot), view.pEntry->pDesc, &setRecord};
+    view.pEntry->pDesc->pfnForEach(*context.pTable, &RecordCollect, &context);
+}
+
+bool ViewGetRecord(const TableView& view, CClientDataMgr& mgr, const std::vector<std::string>& setKey,
                    ViewRecord& record)
 {
-    if (view.pfnGet != nullptr)
-        return view.pfnGet(mgr, setKey, record);
-    std::string strKey;
-    for (const std::string& strPart : setKey)
-        strKey += (strKey.empty() ? "" : " ") + strPart;
-    std::vector<ViewRecord> setRecord;
-    view.pfnAll(mgr, setRecord);
-    for (ViewRecord& candidate : setRecord) {
-        if (candidate.strKey == strKey) {
-            record = std::move(candidate);
-            return true;
-        }
+    if (view.pEntry == nullptr) {
+        int64_t nId = 0;
+        if (setKey.size() != 1 || !KeyNumber(setKey[0], nId) || nId < 0 || nId > UINT32_MAX ||
+            mgr.GetStrResTable().Texts().count(static_cast<unsigned>(nId)) == 0)
+            return false;
+        StrResRecord(static_cast<unsigned>(nId), mgr.GetStrRes(static_cast<unsigned>(nId)), record);
+        return true;
     }
-    return false;
+    const TableDesc& desc = *view.pEntry->pDesc;
+    RecordKey key;
+    if (!KeyParse(desc, setKey, key))
+        return false;
+    CDataTable* pTable = mgr.GetTableBySlot(view.pEntry->nSlot);
+    const void* pRecord = desc.pfnFind(*pTable, key);
+    if (pRecord == nullptr)
+        return false;
+    RecordBuild(*pTable, desc, pRecord, key, record);
+    return true;
 }

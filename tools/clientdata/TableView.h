@@ -1,12 +1,15 @@
-// How the tool sees a table: its records as named fields, for get, export
-// and diff. Every table of the catalogue has a generic view (by index or id);
-// tables with a record design of their own register a view that names their
-// fields and looks records up through the table's own queries.
+// How the tool sees a table: its records as named values, for get, export
+// and diff. Every table of the catalogue is seen through its description
+// (ClientData/TableDesc.h): its records as its lookups answer them, its key,
+// and its values under the file's keys. The text resources, which have no
+// accessor, are seen as the table "StrRes".
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <vector>
+
+#include "ClientData/Catalogue.h"
 
 class CClientDataMgr;
 
@@ -19,36 +22,23 @@ struct ViewField {
 struct ViewRecord {
     std::string strKey;  // what identifies the record in diff and export
     std::vector<ViewField> setField;
-
-    void AddInt(const char* szName, long long nValue) { setField.push_back({szName, std::to_string(nValue), false}); }
-    void AddText(const char* szName, const std::string& strValue) { setField.push_back({szName, strValue, true}); }
 };
 
-struct TableViewDef {
-    const char* szName;      // the name on the command line, e.g. "item"
-    const char* szKeyUsage;  // what `get` takes, e.g. "ID" or "TYPE LEVEL"
-    // Every record, in the table's own order.
-    void (*pfnAll)(CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord);
-    // One record through the table's own lookup; null: matched by key among all.
-    bool (*pfnGet)(CClientDataMgr& mgr, const std::vector<std::string>& setKey, ViewRecord& record);
+struct TableView {
+    const char* szName;            // the table's name, as the catalogue gives it
+    const CatalogueEntry* pEntry;  // null for the text resources
 };
 
-struct TableViewRegistration {
-    explicit TableViewRegistration(const TableViewDef& def);
-};
+// The catalogue's tables in slot order, then the text resources.
+const std::vector<TableView>& AllTableViews();
+// A table by its name, without regard to ASCII case; null when none.
+const TableView* FindTableView(const std::string& strName);
+// What `get` takes, e.g. "TYPE LEVEL"; "-" for a table of one record.
+std::string ViewKeyUsage(const TableView& view);
 
-// A word of a key that is a whole decimal number within [nLow, nHigh];
-// false for anything else.
-bool ViewKeyNumber(const std::string& strWord, long long nLow, long long nHigh, long long& nValue);
-// A key of exactly one such word.
-bool ViewSingleKey(const std::vector<std::string>& setKey, long long nLow, long long nHigh, long long& nValue);
-// A key of exactly one word that is an unsigned 32-bit number.
-bool ViewSingleKeyU32(const std::vector<std::string>& setKey, uint32_t& nValue);
-
-// Registered views, then one generic view per catalogue table (named after
-// the table, e.g. "GameMap"), looked up without regard to ASCII case.
-const TableViewDef* FindTableView(const std::string& strName);
-std::vector<const TableViewDef*> AllTableViews();
-// Finds one record; false on a miss or a malformed key.
-bool GetViewRecord(const TableViewDef& view, CClientDataMgr& mgr, const std::vector<std::string>& setKey,
+// Every record, in the table's own order.
+void ViewAllRecords(const TableView& view, CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord);
+// One record through the table's own lookup; false on a miss or a key that
+// is not of the table's kind.
+bool ViewGetRecord(const TableView& view, CClientDataMgr& mgr, const std::vector<std::string>& setKey,
                    ViewRecord& record);

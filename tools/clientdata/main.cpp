@@ -17,7 +17,7 @@ const char kUsage[] =
     "                               one record, every field by name (texts in UTF-8; --raw: bytes)\n"
     "  export TABLE [--format json|csv] [--dir DIR]\n"
     "                               the whole table\n"
-    "  lint [DIR] [--json]          data problems the loaders accept silently; exit 1 on errors\n"
+    "  lint [DIR] [--json] [--notes] what the loaders noticed, by file and line; exit 1 on errors\n"
     "  diff DIR1 DIR2               records added, removed and changed, per table\n"
     "  tables                       the table names get and export take\n"
     "DIR defaults to the bundled sample data.\n";
@@ -58,8 +58,8 @@ int main(int argc, char** argv)
 namespace {
 int RunTablesCommand()
 {
-    for (const TableViewDef* pView : AllTableViews())
-        std::printf("%-24s %s\n", pView->szName, pView->szKeyUsage);
+    for (const TableView& view : AllTableViews())
+        std::printf("%-24s %s\n", view.szName, ViewKeyUsage(view).c_str());
     return 0;
 }
 }  // namespace

@@ -1,17 +1,10 @@
-// Files of the tables without a format of their own: a sectioned ini file
-// (numbered sections of key=value lines) or a blank-separated column file,
-// chosen by the file's extension as the client's files are.
-#include "GenGeneric.h"
-
+// Files of the tables without a design of their own, as their catalogue kind
+// says: numbered sections of key=value lines, or blank-separated columns.
 #include <string>
 
-namespace {
+#include "GenData.h"
 
-bool IsColumnFile(const std::string& strPath)
-{
-    const std::size_t nDot = strPath.rfind('.');
-    return nDot != std::string::npos && (strPath.compare(nDot, std::string::npos, ".dat") == 0);
-}
+namespace {
 
 std::string SectionedText(CGenContext& context, int nRecords, int nFirstId)
 {
@@ -19,11 +12,11 @@ std::string SectionedText(CGenContext& context, int nRecords, int nFirstId)
     std::string strText = "; " + context.GbkName(4) + "\n";
     for (int i = 0; i < nRecords; ++i) {
         strText += "[" + std::to_string(nFirstId + i) + "]\n";
-        strText += "Name=" + context.GbkName(rng.Range(2, 5)) + "\n";
+        strText += "Name=" + context.GbkName(static_cast<int>(rng.Range(2, 5))) + "\n";
         strText += "Type=" + std::to_string(rng.Range(0, 9)) + "\n";
         strText += "Value=" + std::to_string(rng.Range(0, 100000)) + "\n";
         if (rng.Chance(30))
-            strText += "Desc=" + context.GbkName(rng.Range(6, 20)) + "\n";
+            strText += "Desc=" + context.GbkName(static_cast<int>(rng.Range(6, 20))) + "\n";
         strText += "\n";
     }
     return strText;
@@ -34,7 +27,7 @@ std::string ColumnText(CGenContext& context, int nRecords, int nFirstId)
     CDataRng& rng = context.Rng();
     std::string strText = "// id name type value\n";
     for (int i = 0; i < nRecords; ++i) {
-        strText += std::to_string(nFirstId + i) + " " + context.GbkName(rng.Range(2, 5)) + " " +
+        strText += std::to_string(nFirstId + i) + " " + context.GbkName(static_cast<int>(rng.Range(2, 5))) + " " +
                    std::to_string(rng.Range(0, 9)) + " " + std::to_string(rng.Range(0, 100000)) + "\n";
     }
     return strText;
@@ -42,14 +35,13 @@ std::string ColumnText(CGenContext& context, int nRecords, int nFirstId)
 
 }  // namespace
 
-void GenerateGenericFile(CGenContext& context, const std::string& strPath, int nVariant)
+void GenericFileWrite(CGenContext& context, const GenFile& file)
 {
-    CDataRng& rng = context.Rng();
-    const int nRecords = context.Scale() * rng.Range(10, 40);
-    const int nFirstId = 1000 * (1 + nVariant);
-    const bool bCrLf = rng.Chance(50);
-    if (IsColumnFile(strPath))
-        context.Write(strPath, ColumnText(context, nRecords * 2, nFirstId), bCrLf);
+    const int nRecords = static_cast<int>(context.Rng().Range(file.nRecords * 2 / 5, file.nRecords * 8 / 5));
+    const int nFirstId = 1000 * (1 + file.nVariant);
+    const bool bCrLf = context.Rng().Chance(50);
+    if (file.entry.kind == CatalogueKind::COLUMNS)
+        context.Write(file.strPath, ColumnText(context, nRecords, nFirstId), bCrLf);
     else
-        context.Write(strPath, SectionedText(context, nRecords, nFirstId), bCrLf);
+        context.Write(file.strPath, SectionedText(context, nRecords, nFirstId), bCrLf);
 }

@@ -6,55 +6,57 @@
 #include <set>
 #include <string>
 
-#include "ClientData/Catalogue.h"
 #include "GenData.h"
-#include "GenGeneric.h"
+
+void GenericFileWrite(CGenContext& context, const GenFile& file);
 
 namespace {
 
-// The tables the sample marks version-dependent, so that "ini/200/" has a set.
-const char* const kDeferred[] = {"ItemType.dat", "MagicType.ini", "Monster.dat", "NewNpc.ini",
-                                 "LevelExp.dat", "Shop.dat", "MapDestination.dat"};
+bool HasFolder(const char* szFile) { return std::strpbrk(szFile, "/\\") != nullptr; }
 
-const RegisteredGenerator* GeneratorFor(const std::string& strFile)
+void TableFileWrite(CGenContext& context, const CatalogueEntry& entry, int nVariant)
 {
-    for (const RegisteredGenerator& generator : RegisteredGenerators())
-        if (generator.strFile == strFile)
-            return &generator;
-    return nullptr;
+    context.Reseed(entry.nSlot, nVariant);
+    const std::string strPath = nVariant == 0 ? CatalogueDataPath(entry.szFile) : AlternativeFilePath(entry.szFile);
+    const GenFile file{entry, strPath, nVariant, entry.pDesc->nSampleRecords * context.Scale()};
+    if (entry.bGeneric)
+        GenericFileWrite(context, file);
+    else if (ShapeFn fnShape = ShapeOf(entry.nSlot))
+        fnShape(context, file);
+    else
+        DescribedFileWrite(context, file);
 }
 
 void WriteCatalogueFiles(CGenContext& context)
 {
     std::set<std::string> setWritten;
-    for (const CatalogueEntry& entry : kCatalogue) {
-        if (!setWritten.insert(entry.szFile).second)
-            continue;  // a file several tables share is written once
-        if (const RegisteredGenerator* pGenerator = GeneratorFor(entry.szFile))
-            pGenerator->fn(context);
-        else
-            GenerateGenericFile(context, CatalogueDataPath(entry.szFile), 0);
-    }
+    for (const CatalogueEntry& entry : kCatalogue)
+        if (setWritten.insert(entry.szFile).second)  // a file several tables share is written once
+            TableFileWrite(context, entry, 0);
 }
 
+// Every table that can be marked version-dependent has its alternative file,
+// and the list marks them all.
 void WriteAlternativeSet(CGenContext& context)
 {
     std::string strList = "// version-dependent tables: read from ini/200/ on the alternative data set\n";
-    for (const char* szName : kDeferred) {
-        strList += std::string(szName) + "\n";
-        // A table with a generator of its own writes its alternative file too.
-        if (GeneratorFor(szName) == nullptr)
-            GenerateGenericFile(context, AlternativePathOf(szName), 1);
+    for (const CatalogueEntry& entry : kCatalogue) {
+        if (HasFolder(entry.szFile))
+            continue;
+        strList += std::string(entry.szFile) + "\n";
+        TableFileWrite(context, entry, 1);
     }
     context.Write("DeferList.dat", strList, true);
 }
 
 void WriteTextResources(CGenContext& context)
 {
+    context.Reseed(0, 0);
     std::string strText = "; id=text\n";
     const int nLines = 2000 * context.Scale();
     for (int i = 1; i <= nLines; ++i)
-        strText += std::to_string(100000 + i) + "=" + context.GbkName(context.Rng().Range(2, 12)) + "\n";
+        strText +=
+            std::to_string(100000 + i) + "=" + context.GbkName(static_cast<int>(context.Rng().Range(2, 12))) + "\n";
     context.Write("ini/StrRes.ini", strText);
 }
 

@@ -1,0 +1,66 @@
+// How the tools see one table: its records as the table's own lookups answer
+// them, the key a lookup takes and what a record shows, under the file's
+// keys. Each table states this once, beside its record description; the
+// client never reads it.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+#include "ClientData/RecordDesc.h"
+
+class CDataTable;
+
+// A record's key: up to four numbers, or a name.
+struct RecordKey {
+    int nAmount;  // numbers given
+    int64_t nNumber[4];
+    const char* szName;  // tables keyed by name; null otherwise
+};
+
+// What a record shows, value by value.
+class FieldVisitor {
+public:
+    virtual void Number(const char* szKey, int64_t nValue) = 0;
+    virtual void Text(const char* szKey, const char* szText) = 0;
+
+protected:
+    ~FieldVisitor() = default;
+};
+
+// Shows every field of the description that a key of the file gives, in
+// its order (title fields are the record's key and show as that).
+void RecordVisit(const RecordDesc& desc, const void* pRecord, FieldVisitor& visitor);
+
+enum TableKeyKind : int {
+    TABLE_KEY_NONE,     // the table holds one record, its settings
+    TABLE_KEY_NUMBERS,  // one number per word of szKey
+    TABLE_KEY_NAME,     // one name
+    TABLE_KEY_TITLE,    // a record's title: a number finds its id, anything else its name
+};
+
+using RecordSinkFn = void (*)(const void* pRecord, const RecordKey& key, void* pContext);
+
+struct TableDesc {
+    const RecordDesc* pRecord;  // the fields a record shows; null where pfnVisit shows it all
+    TableKeyKind keyKind;
+    // The parts of the key as a record shows them, blank-separated, e.g.
+    // "Type Level"; "" when a record shows no key of its own.
+    const char* szKey;
+    // Every record a lookup can answer, with its key, in the table's order:
+    // one that a first-wins or last-wins rule shadows is left out.
+    void (*pfnForEach)(CDataTable& table, RecordSinkFn fn, void* pContext);
+    // The record the table's own query answers for the key; null on a miss.
+    const void* (*pfnFind)(CDataTable& table, const RecordKey& key);
+    // What a record shows after its fields (or instead of them, without
+    // pRecord); null for nothing more.
+    void (*pfnVisit)(CDataTable& table, const void* pRecord, FieldVisitor& visitor);
+    // A line of key=value fields before the records (a count of them); null
+    // for none.
+    const RecordDesc* pHeader;
+    // Records a scale step of the generated sample data holds.
+    int nSampleRecords;
+};
+
+// A key of one number.
+inline RecordKey RecordKeyOf(int64_t nNumber) { return RecordKey{1, {nNumber, 0, 0, 0}, nullptr}; }
