@@ -35,8 +35,8 @@ template <class T>
 constexpr bool kClientTriviallyDestructible = __is_trivially_destructible(T);
 #endif
 
-inline constexpr size_t kClientBigBlock = 4096;       // the big-block rule from this size on
-inline constexpr size_t kClientBigAlignment = 32;     // where a big block's address points
+inline constexpr size_t kClientBigBlock = 4096;    // the big-block rule from this size on
+inline constexpr size_t kClientBigAlignment = 32;  // where a big block's address points
 inline constexpr size_t kClientBigExtra = sizeof(void*) + kClientBigAlignment - 1;
 
 // A block of nBytes by the memory rule; null on failure (never throws).
@@ -83,7 +83,6 @@ private:
     size_t m_nCapacity = kInlineCapacity;
 };
 
-
 // Whether an element may be moved by copying its bytes. Both sides' arrays
 // move elements that way when they grow; every element type at the boundary
 // is a plain record, a pointer, or holds a CClientString, whose bytes never
@@ -110,8 +109,7 @@ class CClientArray {
 public:
     CClientArray() = default;
     ~CClientArray() { Release(); }
-    CClientArray(CClientArray&& other) noexcept
-        : m_pFirst(other.m_pFirst), m_pLast(other.m_pLast), m_pEnd(other.m_pEnd)
+    CClientArray(CClientArray&& other) noexcept : m_pFirst(other.m_pFirst), m_pLast(other.m_pLast), m_pEnd(other.m_pEnd)
     {
         other.m_pFirst = other.m_pLast = other.m_pEnd = nullptr;
     }
@@ -204,7 +202,8 @@ private:
     void DestroyAll()
     {
         if constexpr (!kClientTriviallyDestructible<T>)
-            for (T* p = m_pFirst; p != m_pLast; ++p) p->~T();
+            for (T* p = m_pFirst; p != m_pLast; ++p)
+                p->~T();
     }
 
     T* m_pFirst = nullptr;

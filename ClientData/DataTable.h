@@ -73,8 +73,8 @@ protected:
 };
 
 // Where the alternative data set keeps a file: "ini/200/" + the bare name
-// before its last dot + "_200" + the rest ("ItemType.dat" lies at
-// "ini/200/ItemType_200.dat"). A name without a dot throws std::out_of_range.
+// before its last dot + "_200" + the rest ("Shop.dat" lies at
+// "ini/200/Shop_200.dat"). A name without a dot throws std::out_of_range.
 std::string AlternativeFilePath(const std::string& strBareName);
 
 // The file name through slot 6, as the client asks for it.

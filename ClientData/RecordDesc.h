@@ -6,9 +6,9 @@
 // The loaders read through it; the tools show records, report findings and
 // generate data through it; the fuzz targets check every field through it.
 //
-//     const FieldDesc kMonsterFields[] = {
-//         FIELD(MonsterTypeInfo, nNameAltitude, "NameAltitude").Default(100).Gen(90, 260).Sometimes(70),
-//         FIELD(MonsterTypeInfo, szName, "Name").GenGbk(2, 6),
+//     const FieldDesc kShopFields[] = {
+//         FIELD(ShopInfo, nPrice, "Price").Default(1).Gen(10, 900).Sometimes(70),
+//         FIELD(ShopInfo, szTitle, "Title").GenGbk(2, 6),
 //     };
 #pragma once
 
@@ -125,7 +125,7 @@ struct FieldDesc {
     {
         return type == FieldType::Scrambled ? 255 : type == FieldType::String ? SIZE_MAX : nSize - 1u;
     }
-    // A key written with "%d", such as "Line%d", stands for a family of keys
+    // A key written with "%d", such as "Row%d", stands for a family of keys
     // ("Line1", "Line2", ...) that the table's own rules read.
     bool IsNumbered() const;
     // The number n when szKey is this field's key with n in place of "%d"

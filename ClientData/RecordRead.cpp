@@ -257,6 +257,10 @@ std::size_t WordLength(const char* pText)
 
 ScanResult FieldScan(const FieldDesc& field, const char*& pText, void* pRecord)
 {
+    if (!field.bMember) {
+        char szWord[2];  // the word is consumed, not kept
+        return CrtScanWord(pText, szWord, sizeof(szWord));
+    }
     if (!field.IsNumber())
         return CrtScanWord(pText, FieldAt(pRecord, field), field.nSize);
     uint32_t nValue = 0;

@@ -45,7 +45,7 @@ struct TableDesc {
     const RecordDesc* pRecord;  // the fields a record shows; null where pfnVisit shows it all
     TableKeyKind keyKind;
     // The parts of the key as a record shows them, blank-separated, e.g.
-    // "Type Level"; "" when a record shows no key of its own.
+    // "Major Minor"; "" when a record shows no key of its own.
     const char* szKey;
     // Every record a lookup can answer, with its key, in the table's order:
     // one that a first-wins or last-wins rule shadows is left out.

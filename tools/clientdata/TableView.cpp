@@ -22,7 +22,7 @@ private:
     ViewRecord& m_record;
 };
 
-// The words of a table's key names, "Type Level" -> {"Type", "Level"}.
+// The words of a table's key names, "Major Minor" -> {"Major", "Minor"}.
 std::vector<std::string> KeyNames(const TableDesc& desc)
 {
     std::vector<std::string> setName;

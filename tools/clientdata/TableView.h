@@ -33,7 +33,8 @@ struct TableView {
 const std::vector<TableView>& AllTableViews();
 // A table by its name, without regard to ASCII case; null when none.
 const TableView* FindTableView(const std::string& strName);
-// What `get` takes, e.g. "TYPE LEVEL"; "-" for a table of one record.
+// What `get` takes, its key's parts in capitals ("ID", "ID VARIANT"); "-" for a
+// table of one record.
 std::string ViewKeyUsage(const TableView& view);
 
 // Every record, in the table's own order.

@@ -12,11 +12,11 @@ std::string SectionedText(CGenContext& context, int nRecords, int nFirstId)
     std::string strText = "; " + context.GbkName(4) + "\n";
     for (int i = 0; i < nRecords; ++i) {
         strText += "[" + std::to_string(nFirstId + i) + "]\n";
-        strText += "Name=" + context.GbkName(static_cast<int>(rng.Range(2, 5))) + "\n";
-        strText += "Type=" + std::to_string(rng.Range(0, 9)) + "\n";
-        strText += "Value=" + std::to_string(rng.Range(0, 100000)) + "\n";
+        strText += "Caption=" + context.GbkName(static_cast<int>(rng.Range(2, 5))) + "\n";
+        strText += "Class=" + std::to_string(rng.Range(0, 9)) + "\n";
+        strText += "Worth=" + std::to_string(rng.Range(0, 100000)) + "\n";
         if (rng.Chance(30))
-            strText += "Desc=" + context.GbkName(static_cast<int>(rng.Range(6, 20))) + "\n";
+            strText += "Remark=" + context.GbkName(static_cast<int>(rng.Range(6, 20))) + "\n";
         strText += "\n";
     }
     return strText;
@@ -25,7 +25,7 @@ std::string SectionedText(CGenContext& context, int nRecords, int nFirstId)
 std::string ColumnText(CGenContext& context, int nRecords, int nFirstId)
 {
     CDataRng& rng = context.Rng();
-    std::string strText = "// id name type value\n";
+    std::string strText = "// id caption class worth\n";
     for (int i = 0; i < nRecords; ++i) {
         strText += std::to_string(nFirstId + i) + " " + context.GbkName(static_cast<int>(rng.Range(2, 5))) + " " +
                    std::to_string(rng.Range(0, 9)) + " " + std::to_string(rng.Range(0, 100000)) + "\n";
