@@ -102,12 +102,6 @@ const ActionCtrlInfo* CActionCtrlData::GetActionCtrl(int64_t nKey)
 
 namespace {
 
-void CtrlForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
-{
-    for (const auto& [nKey, info] : static_cast<CActionCtrlData&>(table).Ctrls())
-        fn(&info, RecordKeyOf(nKey), pContext);
-}
-
 const void* CtrlFind(CDataTable& table, const RecordKey& key)
 {
     return static_cast<CActionCtrlData&>(table).GetActionCtrl(key.nNumber[0]);
@@ -115,5 +109,6 @@ const void* CtrlFind(CDataTable& table, const RecordKey& key)
 
 }  // namespace
 
-const TableDesc kActionCtrlDesc = {&kCtrlRecord, TABLE_KEY_NUMBERS, "Key",   &CtrlForEach,
-                                   &CtrlFind,    nullptr,           nullptr, 300};
+const TableDesc kActionCtrlDesc = {
+    &kCtrlRecord, TABLE_KEY_NUMBERS, "Key",   &MapRecordsEach<CActionCtrlData, &CActionCtrlData::Ctrls>,
+    &CtrlFind,    nullptr,           nullptr, 300};

@@ -46,12 +46,6 @@ const ActionDelayInfo* CActionDelayData::GetActionDelay(uint32_t nAction)
 
 namespace {
 
-void DelayForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
-{
-    for (const auto& [nAction, info] : static_cast<CActionDelayData&>(table).Delays())
-        fn(&info, RecordKeyOf(nAction), pContext);
-}
-
 const void* DelayFind(CDataTable& table, const RecordKey& key)
 {
     return static_cast<CActionDelayData&>(table).GetActionDelay(static_cast<uint32_t>(key.nNumber[0]));
@@ -59,5 +53,6 @@ const void* DelayFind(CDataTable& table, const RecordKey& key)
 
 }  // namespace
 
-const TableDesc kActionDelayDesc = {&kDelayRecord, TABLE_KEY_NUMBERS, "Action", &DelayForEach,
-                                    &DelayFind,    nullptr,           nullptr,  200};
+const TableDesc kActionDelayDesc = {
+    &kDelayRecord, TABLE_KEY_NUMBERS, "Action", &MapRecordsEach<CActionDelayData, &CActionDelayData::Delays>,
+    &DelayFind,    nullptr,           nullptr,  200};

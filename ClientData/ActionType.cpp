@@ -119,7 +119,8 @@ struct NameIndex {
 
     NameIndex()
     {
-        for (int i = 0; i < kActionNameAmount; ++i) setPosition[static_cast<std::size_t>(i)] = static_cast<short>(i);
+        for (int i = 0; i < kActionNameAmount; ++i)
+            setPosition[static_cast<std::size_t>(i)] = static_cast<short>(i);
         std::stable_sort(setPosition.begin(), setPosition.end(),
                          [](short a, short b) { return std::strcmp(kActionNames[a], kActionNames[b]) < 0; });
     }
@@ -157,7 +158,8 @@ void ActionNameListFill()
 {
     std::vector<std::string>& setName = ActionNameList();
     setName.resize(kActionNameAmount);
-    for (int i = 0; i < kActionNameAmount; ++i) setName[static_cast<std::size_t>(i)] = kActionNames[i];
+    for (int i = 0; i < kActionNameAmount; ++i)
+        setName[static_cast<std::size_t>(i)] = kActionNames[i];
 }
 
 void ActionNameListEmpty() { ActionNameList().clear(); }
@@ -165,9 +167,11 @@ void ActionNameListEmpty() { ActionNameList().clear(); }
 long long ActionKeyReplaceDigits(long long nKey, int nFrom, int nTo, long long nValue)
 {
     long long nLowScale = 1;
-    for (int i = 0; i < nFrom; ++i) nLowScale *= 10;
+    for (int i = 0; i < nFrom; ++i)
+        nLowScale *= 10;
     long long nHighScale = nLowScale;
-    for (int i = nFrom; i <= nTo; ++i) nHighScale *= 10;
+    for (int i = nFrom; i <= nTo; ++i)
+        nHighScale *= 10;
     // Division truncates toward zero, so a negative key keeps its sign in
     // both parts, as the client's arithmetic does.
     const unsigned long long nHigh = static_cast<unsigned long long>(nKey / nHighScale * nHighScale);

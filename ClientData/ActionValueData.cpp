@@ -88,12 +88,6 @@ int CActionValueData::GetActionValue(int64_t nKey)
 
 namespace {
 
-void ValueForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
-{
-    for (const auto& [nKey, nValue] : static_cast<CActionValueData&>(table).Values())
-        fn(&nValue, RecordKeyOf(nKey), pContext);
-}
-
 // The value the lookup answers is no record of the table: a wildcard or the
 // built-in rule may give it. It is handed out from one place per call.
 const void* ValueFind(CDataTable& table, const RecordKey& key)
@@ -105,5 +99,6 @@ const void* ValueFind(CDataTable& table, const RecordKey& key)
 
 }  // namespace
 
-const TableDesc kActionValueDesc = {&kValueRecord, TABLE_KEY_NUMBERS, "Key",   &ValueForEach,
-                                    &ValueFind,    nullptr,           nullptr, 600};
+const TableDesc kActionValueDesc = {
+    &kValueRecord, TABLE_KEY_NUMBERS, "Key",   &MapRecordsEach<CActionValueData, &CActionValueData::Values>,
+    &ValueFind,    nullptr,           nullptr, 600};

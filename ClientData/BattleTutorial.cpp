@@ -387,12 +387,6 @@ const TutorialCommand* CBattleTutorialTable::GetCommand(int nId, int nIndex)
 
 namespace {
 
-void ScriptForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
-{
-    for (const auto& [nId, script] : static_cast<CBattleTutorialTable&>(table).Scripts())
-        fn(&script, RecordKeyOf(nId), pContext);
-}
-
 const void* ScriptFind(CDataTable& table, const RecordKey& key)
 {
     return static_cast<CBattleTutorialTable&>(table).GetScript(static_cast<int>(key.nNumber[0]));
@@ -423,5 +417,6 @@ void ScriptVisit(CDataTable&, const void* pRecord, FieldVisitor& visitor)
 
 }  // namespace
 
-const TableDesc kBattleTutorialDesc = {&kScriptRecord, TABLE_KEY_NUMBERS, "Id",    &ScriptForEach,
-                                       &ScriptFind,    &ScriptVisit,      nullptr, 180};
+const TableDesc kBattleTutorialDesc = {
+    &kScriptRecord, TABLE_KEY_NUMBERS, "Id",    &MapRecordsEach<CBattleTutorialTable, &CBattleTutorialTable::Scripts>,
+    &ScriptFind,    &ScriptVisit,      nullptr, 180};

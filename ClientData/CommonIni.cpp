@@ -63,15 +63,11 @@ void CCommonIni::Load()
     }
 }
 
-namespace {
-
-void CommonForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
-{
-    fn(&static_cast<CCommonIni&>(table).Values(), RecordKey{0, {0, 0, 0, 0}, nullptr}, pContext);
-}
-
-const void* CommonFind(CDataTable& table, const RecordKey&) { return &static_cast<CCommonIni&>(table).Values(); }
-
-}  // namespace
-
-const TableDesc kCommonIniDesc = {&kCommonRecord, TABLE_KEY_NONE, "", &CommonForEach, &CommonFind, nullptr, nullptr, 1};
+const TableDesc kCommonIniDesc = {&kCommonRecord,
+                                  TABLE_KEY_NONE,
+                                  "",
+                                  &SettingsEach<CCommonIni, &CCommonIni::Values>,
+                                  &SettingsFind<CCommonIni, &CCommonIni::Values>,
+                                  nullptr,
+                                  nullptr,
+                                  1};

@@ -210,15 +210,11 @@ CZelString* CFontSetting::GetDefaultFontName(CZelString* pResult)
 }
 int CFontSetting::GetDefaultFontValue() { return m_values.m_nDefaultFontValue; }
 
-namespace {
-
-void FontForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
-{
-    fn(&static_cast<CFontSetting&>(table).Values(), RecordKey{0, {0, 0, 0, 0}, nullptr}, pContext);
-}
-
-const void* FontFind(CDataTable& table, const RecordKey&) { return &static_cast<CFontSetting&>(table).Values(); }
-
-}  // namespace
-
-const TableDesc kFontSettingDesc = {&kFontRecord, TABLE_KEY_NONE, "", &FontForEach, &FontFind, nullptr, nullptr, 1};
+const TableDesc kFontSettingDesc = {&kFontRecord,
+                                    TABLE_KEY_NONE,
+                                    "",
+                                    &SettingsEach<CFontSetting, &CFontSetting::Values>,
+                                    &SettingsFind<CFontSetting, &CFontSetting::Values>,
+                                    nullptr,
+                                    nullptr,
+                                    1};

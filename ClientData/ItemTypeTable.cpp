@@ -228,12 +228,6 @@ uint32_t CItemTypeTable::GetIndexedValue(uint32_t idType, int nIndex)
 
 namespace {
 
-void ItemForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
-{
-    for (const auto& [idType, info] : static_cast<CItemTypeTable&>(table).Items())
-        fn(&info, RecordKeyOf(idType), pContext);
-}
-
 const void* ItemFind(CDataTable& table, const RecordKey& key)
 {
     return static_cast<CItemTypeTable&>(table).FindItemType(static_cast<uint32_t>(key.nNumber[0]));
@@ -248,5 +242,6 @@ void ItemVisit(CDataTable& table, const void* pRecord, FieldVisitor& visitor)
 
 }  // namespace
 
-const TableDesc kItemTypeDesc = {&kItemRecord, TABLE_KEY_NUMBERS, "Id",           &ItemForEach,
-                                 &ItemFind,    &ItemVisit,        &kAmountRecord, 3000};
+const TableDesc kItemTypeDesc = {
+    &kItemRecord, TABLE_KEY_NUMBERS, "Id",           &MapRecordsEach<CItemTypeTable, &CItemTypeTable::Items>,
+    &ItemFind,    &ItemVisit,        &kAmountRecord, 3000};

@@ -237,12 +237,6 @@ const char* CMonsterSpeakTable::PickSpeakText(uint32_t nMonsterType, int nOccasi
 
 namespace {
 
-void SpeakForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
-{
-    for (const auto& [nId, pInfo] : static_cast<CMonsterSpeakTable&>(table).Speeches())
-        fn(pInfo.get(), RecordKeyOf(nId), pContext);
-}
-
 const void* SpeakFind(CDataTable& table, const RecordKey& key)
 {
     return static_cast<CMonsterSpeakTable&>(table).GetMonsterSpeak(static_cast<uint32_t>(key.nNumber[0]));
@@ -273,5 +267,6 @@ void SpeakVisit(CDataTable&, const void* pRecord, FieldVisitor& visitor)
 
 }  // namespace
 
-const TableDesc kMonsterSpeakDesc = {&kSpeakRecord, TABLE_KEY_NUMBERS, "Id",    &SpeakForEach,
-                                     &SpeakFind,    &SpeakVisit,       nullptr, 360};
+const TableDesc kMonsterSpeakDesc = {
+    &kSpeakRecord, TABLE_KEY_NUMBERS, "Id",    &MapRecordsEach<CMonsterSpeakTable, &CMonsterSpeakTable::Speeches>,
+    &SpeakFind,    &SpeakVisit,       nullptr, 360};

@@ -59,64 +59,24 @@ struct FieldDesc {
     bool bOutsideFile;      // filled from elsewhere (a folder search, a further file), not the main file
     bool bUnread;           // a member no file fills: cleared when the record is made
 
-    constexpr FieldDesc Default(int64_t n) const
-    {
-        FieldDesc field = *this;
-        field.nDefault = n;
-        return field;
-    }
-    constexpr FieldDesc Default(const char* sz) const
-    {
-        FieldDesc field = *this;
-        field.szDefault = sz;
-        return field;
-    }
-    constexpr FieldDesc AsHex() const
-    {
-        FieldDesc field = *this;
-        field.type = FieldType::Hex;
-        return field;
-    }
-    constexpr FieldDesc FromTitle() const
-    {
-        FieldDesc field = *this;
-        field.bTitle = true;
-        return field;
-    }
-    constexpr FieldDesc OutsideFile() const
-    {
-        FieldDesc field = *this;
-        field.bOutsideFile = true;
-        return field;
-    }
-    constexpr FieldDesc Unread() const
-    {
-        FieldDesc field = *this;
-        field.bUnread = true;
-        return field;
-    }
-    constexpr FieldDesc InSection(const char* szTitle) const
-    {
-        FieldDesc field = *this;
-        field.szSection = szTitle;
-        return field;
-    }
+    constexpr FieldDesc Default(int64_t n) const { return With(&FieldDesc::nDefault, n); }
+    constexpr FieldDesc Default(const char* sz) const { return With(&FieldDesc::szDefault, sz); }
+    constexpr FieldDesc AsHex() const { return With(&FieldDesc::type, FieldType::Hex); }
+    // The record's key: the section's title, or a column file's key column.
+    constexpr FieldDesc FromTitle() const { return With(&FieldDesc::bTitle, true); }
+    constexpr FieldDesc OutsideFile() const { return With(&FieldDesc::bOutsideFile, true); }
+    constexpr FieldDesc Unread() const { return With(&FieldDesc::bUnread, true); }
+    constexpr FieldDesc InSection(const char* szTitle) const { return With(&FieldDesc::szSection, szTitle); }
     constexpr FieldDesc Gen(int64_t nLow, int64_t nHigh) const { return Gen(nullptr, nLow, nHigh); }
     constexpr FieldDesc Gen(const char* szPattern, int64_t nLow, int64_t nHigh) const
     {
-        FieldDesc field = *this;
-        field.gen.nLow = nLow;
-        field.gen.nHigh = nHigh;
-        field.gen.szPattern = szPattern;
-        return field;
+        return With(&FieldDesc::gen, FieldGen{nLow, nHigh, szPattern, gen.nPercent});
     }
     // A text of nLow to nHigh GBK characters.
     constexpr FieldDesc GenGbk(int64_t nLow, int64_t nHigh) const { return Gen(nullptr, nLow, nHigh); }
     constexpr FieldDesc Sometimes(int nPercent) const
     {
-        FieldDesc field = *this;
-        field.gen.nPercent = nPercent;
-        return field;
+        return With(&FieldDesc::gen, FieldGen{gen.nLow, gen.nHigh, gen.szPattern, nPercent});
     }
 
     constexpr bool IsNumber() const { return type <= FieldType::Hex; }
@@ -132,6 +92,16 @@ struct FieldDesc {
     // (as "%d" writes a number: no sign but "-", no leading zero); -1 when it
     // is not.
     int64_t NumberOf(const char* szKey, std::size_t nLength) const;
+
+private:
+    // A copy with one member changed.
+    template <class T>
+    constexpr FieldDesc With(T FieldDesc::*pMember, T value) const
+    {
+        FieldDesc field = *this;
+        field.*pMember = value;
+        return field;
+    }
 };
 
 template <class T>

@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 
 #include "ClientData/RecordDesc.h"
 
@@ -64,3 +65,36 @@ struct TableDesc {
 
 // A key of one number.
 inline RecordKey RecordKeyOf(int64_t nNumber) { return RecordKey{1, {nNumber, 0, 0, 0}, nullptr}; }
+
+template <class Record>
+const Record* RecordAddress(const Record& record)
+{
+    return &record;
+}
+template <class Record, class Deleter>
+const Record* RecordAddress(const std::unique_ptr<Record, Deleter>& pRecord)
+{
+    return pRecord.get();
+}
+
+// The pfnForEach of a table that holds its records in a map by a number:
+// Records is the table's member that gives the map.
+template <class Table, auto Records>
+void MapRecordsEach(CDataTable& table, RecordSinkFn fn, void* pContext)
+{
+    for (const auto& entry : (static_cast<Table&>(table).*Records)())
+        fn(RecordAddress(entry.second), RecordKeyOf(entry.first), pContext);
+}
+
+// The pfnForEach and pfnFind of a table that is one record, its settings:
+// Values is the table's member that gives it.
+template <class Table, auto Values>
+void SettingsEach(CDataTable& table, RecordSinkFn fn, void* pContext)
+{
+    fn(&(static_cast<Table&>(table).*Values)(), RecordKey{0, {0, 0, 0, 0}, nullptr}, pContext);
+}
+template <class Table, auto Values>
+const void* SettingsFind(CDataTable& table, const RecordKey&)
+{
+    return &(static_cast<Table&>(table).*Values)();
+}
