@@ -7,8 +7,6 @@
 #include "ZelGameBase/ZelCrt.h"
 #include "ZelGameBase/ZelString.h"
 
-bool FieldDesc::IsNumbered() const { return std::strstr(szKey, "%d") != nullptr; }
-
 int64_t FieldDesc::NumberOf(const char* szText, std::size_t nLength) const
 {
     const char* szMark = std::strstr(szKey, "%d");
@@ -37,9 +35,9 @@ const FieldDesc* RecordDesc::Find(const char* szKey, std::size_t nLength) const
     for (const FieldDesc& field : *this) {
         if (field.bTitle || field.bUnread)
             continue;
-        if (field.IsNumbered()
+        if (field.bNumbered
                 ? field.NumberOf(szKey, nLength) >= 0
-                : std::strlen(field.szKey) == nLength && CrtCompareNoCase(field.szKey, nLength, szKey, nLength) == 0)
+                : field.nKeyLength == nLength && CrtCompareNoCase(field.szKey, nLength, szKey, nLength) == 0)
             return &field;
     }
     return nullptr;

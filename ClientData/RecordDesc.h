@@ -15,6 +15,7 @@
 #include <climits>
 #include <cstddef>
 #include <cstdint>
+#include <string>
 #include <type_traits>
 
 class CEncryptString;
@@ -58,6 +59,8 @@ struct FieldDesc {
     const char* szSection;  // for a table that reads fixed sections: the key's section; else null
     bool bOutsideFile;      // filled from elsewhere (a folder search, a further file), not the main file
     bool bUnread;           // a member no file fills: cleared when the record is made
+    uint16_t nKeyLength;    // of szKey, so that a key compares its length first
+    bool bNumbered;         // szKey holds "%d" (see IsNumbered)
 
     constexpr FieldDesc Default(int64_t n) const { return With(&FieldDesc::nDefault, n); }
     constexpr FieldDesc Default(const char* sz) const { return With(&FieldDesc::szDefault, sz); }
@@ -87,7 +90,7 @@ struct FieldDesc {
     }
     // A key written with "%d", such as "Row%d", stands for a family of keys
     // ("Line1", "Line2", ...) that the table's own rules read.
-    bool IsNumbered() const;
+    constexpr bool IsNumbered() const { return bNumbered; }
     // The number n when szKey is this field's key with n in place of "%d"
     // (as "%d" writes a number: no sign but "-", no leading zero); -1 when it
     // is not.
@@ -119,6 +122,14 @@ struct FieldTypeOf<CZelString> {
     static constexpr FieldType value = FieldType::String;
 };
 
+constexpr bool HoldsNumberMark(const char* szKey)
+{
+    for (; *szKey != '\0'; ++szKey)
+        if (szKey[0] == '%' && szKey[1] == 'd')
+            return true;
+    return false;
+}
+
 template <class T>
 constexpr FieldDesc FieldOf(const char* szKey, std::size_t nOffset)
 {
@@ -133,7 +144,9 @@ constexpr FieldDesc FieldOf(const char* szKey, std::size_t nOffset)
                      true,
                      nullptr,
                      false,
-                     false};
+                     false,
+                     static_cast<uint16_t>(std::char_traits<char>::length(szKey)),
+                     HoldsNumberMark(szKey)};
 }
 
 // A value of the file that the record does not keep as it stands: a count,
