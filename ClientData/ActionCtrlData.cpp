@@ -1,5 +1,7 @@
 #include "ClientData/ActionCtrlData.h"
 
+#include <cinttypes>
+
 #include "ClientData/ActionType.h"
 #include "ClientData/Catalogue.h"
 #include "ClientData/RecordRead.h"
@@ -68,8 +70,7 @@ void CActionCtrlData::Load()
         const int64_t nKey = TitleKey(reader.GetTitle(nSection).data());
         if (!m_mapCtrl.emplace(nKey, info).second && LoadFindingsWanted())  // the first section wins
             LoadFindingReport(szPath, reader.GetTitleLine(nSection), FINDING_WARNING, "duplicate-id",
-                              "key %lld was given before: lookups answer the first section",
-                              static_cast<long long>(nKey));
+                              "key %" PRId64 " was given before: lookups answer the first section", nKey);
     }
 }
 

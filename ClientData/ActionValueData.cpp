@@ -1,5 +1,7 @@
 #include "ClientData/ActionValueData.h"
 
+#include <cinttypes>
+
 #include "ClientData/ActionType.h"
 #include "ClientData/Catalogue.h"
 #include "ClientData/RecordRead.h"
@@ -68,7 +70,7 @@ void CActionValueData::Load()
         RecordReadColumns(kValueRecord, *pRow, 0, &nValue, szPath);
         if (!m_mapValue.emplace(nKey, nValue).second && LoadFindingsWanted())  // the first line wins
             LoadFindingReport(szPath, pRow->GetLine(), FINDING_WARNING, "duplicate-id",
-                              "key %lld was given before: lookups answer the first line", static_cast<long long>(nKey));
+                              "key %" PRId64 " was given before: lookups answer the first line", nKey);
     }
 }
 

@@ -343,7 +343,7 @@ void CBattleTutorialTable::LinesRead(const CIniSectionReader& reader, int nSecti
         if (ParseTutorialCommand(&command, szLine)) {
             if (bFindings && TutorialTextCut(szLine))
                 LoadFindingReport(szPath, reader.GetKeyLine(nSection, nKey), FINDING_WARNING, "text-cut",
-                                  "%s: the text is cut to %zu characters", szKey, sizeof(command.szText) - 1);
+                                  "%s: the text is cut to %d characters", szKey, kTutorialTextSize - 1);
             if (!script.setCommand.PushBack(command))
                 break;  // out of memory: the commands read so far stay
         } else if (bFindings && szLine[0] != '\0') {

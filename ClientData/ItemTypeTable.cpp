@@ -139,7 +139,8 @@ void CItemTypeTable::Load()
         NameListAdd(szName);
         if (LoadFindingsWanted() && std::strlen(szName) >= kNameCompareSize)
             LoadFindingReport(szPath, pRow->GetLine(), FINDING_WARNING, "long-name",
-                              "a name of %zu bytes is never found by name: only 15 take part", std::strlen(szName));
+                              "a name of %u bytes is never found by name: only 15 take part",
+                              static_cast<unsigned>(std::strlen(szName)));
 
         // The first record of an id stays; later ones are dropped unread.
         const uint32_t idType = static_cast<uint32_t>(pRow->GetInt(0, 0));

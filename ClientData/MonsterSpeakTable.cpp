@@ -77,8 +77,8 @@ void AmountFindings(const CIniSectionReader& reader, int nSection, const Occasio
         static_cast<std::size_t>(std::distance(setAll.begin(), setAll.lower_bound(nAmount > 0 ? nAmount : 0)));
     if ((nAmount > 0 && nWithin != static_cast<std::size_t>(nAmount)) || nWithin != setAll.size())
         LoadFindingReport(szPath, reader.GetTitleLine(nSection), FINDING_ERROR, "line-amount",
-                          "%s=%d, but %zu lines are given within it and %zu beyond it", keys.amount.szKey, nAmount,
-                          nWithin, setAll.size() - nWithin);
+                          "%s=%d, but %u lines are given within it and %u beyond it", keys.amount.szKey, nAmount,
+                          static_cast<unsigned>(nWithin), static_cast<unsigned>(setAll.size() - nWithin));
 }
 
 // Reads the lines of one occasion; returns its default share.
@@ -105,7 +105,8 @@ uint32_t OccasionLinesRead(const CIniSectionReader& reader, int nSection, const 
             continue;
         if (LoadFindingsWanted() && line.size() >= kSpeakTextSize)
             LoadFindingReport(szPath, reader.GetKeyLine(nSection, nKey), FINDING_WARNING, "text-cut",
-                              "%s of %zu bytes is cut to %d", szKey, line.size(), kSpeakTextSize - 1);
+                              "%s of %u bytes is cut to %d", szKey, static_cast<unsigned>(line.size()),
+                              kSpeakTextSize - 1);
         SafeSprintf(szKey, sizeof(szKey), keys.lineProbability.szKey, i);
         const int nProbability = reader.GetInt(nSection, szKey, 0);
         MonsterSpeakEntry entry{nProbability, CClientString()};

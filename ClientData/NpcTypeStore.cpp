@@ -32,8 +32,8 @@ void NpcTypeSectionRead(const CIniSectionReader& reader, int nSection, const Npc
     const uint32_t nId = NpcTypeIdParse(szTitle);
     if (LoadFindingsWanted() && (std::strlen(szTitle) <= kTitlePrefixLength || nId == 0))
         LoadFindingReport(szPath, reader.GetTitleLine(nSection), FINDING_WARNING, "bad-title",
-                          "section [%s] gives no id after its first %zu characters: id %u", szTitle, kTitlePrefixLength,
-                          nId);
+                          "section [%s] gives no id after its first %u characters: id %u", szTitle,
+                          static_cast<unsigned>(kTitlePrefixLength), nId);
     std::memcpy(pRecord, &nId, sizeof(nId));
     RecordReadSection(format.record, reader, nSection, pRecord, szPath);
     char* szNote = static_cast<char*>(pRecord) + format.nNoteOffset;

@@ -117,8 +117,8 @@ void TextFindings(const FieldDesc& field, const char* szValue, const char* szFil
 {
     const std::size_t nLength = std::strlen(szValue);
     if (nLength > field.TextLimit())
-        LoadFindingReport(szFile, nLine, FINDING_WARNING, "text-cut", "%s of %zu bytes is cut to %zu", field.szKey,
-                          nLength, field.TextLimit());
+        LoadFindingReport(szFile, nLine, FINDING_WARNING, "text-cut", "%s of %u bytes is cut to %u", field.szKey,
+                          static_cast<unsigned>(nLength), static_cast<unsigned>(field.TextLimit()));
 }
 
 void DefaultFinding(const FieldDesc& field, const char* szFile, int nLine, const char* szWhat)
@@ -174,7 +174,7 @@ void RecordReadSection(const RecordDesc& desc, const CIniSectionReader& reader, 
                        const char* szFile)
 {
     std::bitset<kMaxFields> setGiven;
-    std::size_t setLine[kMaxFields];  // where each given field's key stands
+    int setLine[kMaxFields];  // where each given field's key stands
     const bool bFindings = LoadFindingsWanted();
     const int nKeyAmount = reader.GetKeyAmount(nSection);
     for (int nKey = 0; nKey < nKeyAmount; ++nKey) {
@@ -192,11 +192,11 @@ void RecordReadSection(const RecordDesc& desc, const CIniSectionReader& reader, 
         if (setGiven.test(nField)) {
             if (bFindings)
                 LoadFindingReport(szFile, reader.GetKeyLine(nSection, nKey), FINDING_WARNING, "repeated-key",
-                                  "%s repeats line %zu: the first is read", key.data(), setLine[nField]);
+                                  "%s repeats line %d: the first is read", key.data(), setLine[nField]);
             continue;
         }
         setGiven.set(nField);
-        setLine[nField] = static_cast<std::size_t>(reader.GetKeyLine(nSection, nKey));
+        setLine[nField] = reader.GetKeyLine(nSection, nKey);
         if (pField->bMember)
             FieldStoreValue(*pField, reader.GetValueAt(nSection, nKey).data(), pRecord, szFile,
                             reader.GetKeyLine(nSection, nKey));
@@ -295,8 +295,8 @@ int RecordScanLine(const RecordDesc& desc, const char* szLine, void* pRecord, co
     int nConverted = 0;
     for (const FieldDesc& field : desc) {
         if (bFindings && !field.IsNumber() && WordLength(pText) > field.TextLimit())
-            LoadFindingReport(szFile, nLine, FINDING_WARNING, "text-cut", "%s of %zu bytes is cut to %zu", field.szKey,
-                              WordLength(pText), field.TextLimit());
+            LoadFindingReport(szFile, nLine, FINDING_WARNING, "text-cut", "%s of %u bytes is cut to %u", field.szKey,
+                              static_cast<unsigned>(WordLength(pText)), static_cast<unsigned>(field.TextLimit()));
         const ScanResult result = FieldScan(field, pText, pRecord);
         if (result != SCAN_CONVERTED) {
             if (nConverted == 0 && result == SCAN_INPUT_END)
