@@ -6,6 +6,7 @@
 
 #include "ZelGameBase/AllocationTry.h"
 #include "ZelGameBase/DataFileReader.h"
+#include "ZelGameBase/LoadFindings.h"
 
 namespace {
 
@@ -18,21 +19,50 @@ std::string LowerAscii(std::string text)
     return text;
 }
 
-// Reads the bare file names listed in "DeferList.dat", in file order.
-std::vector<std::string> ReadDeferList()
+const char kDeferList[] = "DeferList.dat";
+
+struct DeferEntry {
+    std::string strName;  // lower case
+    int nLine;
+    bool bMatched;
+};
+
+// Reads the bare file names listed in the list, in file order.
+std::vector<DeferEntry> ReadDeferList()
 {
-    std::vector<std::string> setName;
+    std::vector<DeferEntry> setEntry;
     CDataFileReader reader;
-    if (!reader.Open("DeferList.dat", 1, ' '))
-        return setName;
+    if (!reader.Open(kDeferList, 1, ' '))
+        return setEntry;
     for (int i = 0; i < reader.GetRecordAmount(); ++i) {
         // An empty entry (a line that begins with a blank) would equal the
         // empty name of every fixed-path table, which can never be marked.
         std::string strName = LowerAscii(reader.GetRecord(i)->GetStr(0, ""));
         if (!strName.empty())
-            setName.push_back(std::move(strName));
+            setEntry.push_back(DeferEntry{std::move(strName), reader.GetRecord(i)->GetLine(), false});
     }
-    return setName;
+    return setEntry;
+}
+
+// An entry that marked no table: a name no table reads, or the file of a
+// table that reads a fixed path and so is never version-dependent.
+void ReportUnmatched(const std::vector<DeferEntry>& setEntry)
+{
+    for (const DeferEntry& entry : setEntry) {
+        if (entry.bMatched)
+            continue;
+        bool bFixed = false;
+        for (const CatalogueEntry& table : kCatalogue) {
+            const char* szBare = table.szFile;
+            for (const char* p = table.szFile; *p != '\0'; ++p)
+                szBare = *p == '/' || *p == '\\' ? p + 1 : szBare;
+            bFixed = bFixed || (szBare != table.szFile && LowerAscii(szBare) == entry.strName);
+        }
+        LoadFindingReport(kDeferList, entry.nLine, FINDING_WARNING, bFixed ? "defer-fixed-path" : "defer-unknown",
+                          bFixed ? "%s is read from a fixed path and can never be version-dependent"
+                                 : "%s names no table: nothing is marked",
+                          entry.strName.c_str());
+    }
 }
 
 }  // namespace
@@ -63,8 +93,8 @@ VersionQueryFn CClientDataMgr::GetVersionQuery() { return m_pfnVersionQuery; }
 
 void CClientDataMgr::LoadDeferList()
 {
-    std::vector<std::string> setName;
-    if (!AllocationTry([&setName] { setName = ReadDeferList(); }) || setName.empty())
+    std::vector<DeferEntry> setEntry;
+    if (!AllocationTry([&setEntry] { setEntry = ReadDeferList(); }) || setEntry.empty())
         return;
     TableRegistry* pRegistry = TableRegistry::Get();
     if (pRegistry == nullptr)
@@ -73,14 +103,17 @@ void CClientDataMgr::LoadDeferList()
         AllocationTry([&] {
             const CClientString strTableName = TableFileName(*pTable);
             const std::string strFileName = LowerAscii(std::string(strTableName.c_str(), strTableName.size()));
-            for (const std::string& strName : setName) {
-                if (strName == strFileName) {
+            for (DeferEntry& entry : setEntry) {
+                if (entry.strName == strFileName) {
                     pTable->SetDefer();
+                    entry.bMatched = true;
                     break;
                 }
             }
         });
     }
+    if (LoadFindingsWanted())
+        ReportUnmatched(setEntry);
 }
 
 void CClientDataMgr::LoadAll()

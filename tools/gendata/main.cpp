@@ -40,6 +40,8 @@ void WriteCatalogueFiles(CGenContext& context)
 void WriteAlternativeSet(CGenContext& context)
 {
     std::string strList = "// version-dependent tables: read from ini/200/ on the alternative data set\n";
+    if (context.Faulty())
+        strList += "NoSuchTable.dat\n";  // line 2: names no table
     for (const CatalogueEntry& entry : kCatalogue) {
         if (HasFolder(entry.szFile))
             continue;
