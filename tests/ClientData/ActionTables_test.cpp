@@ -24,7 +24,8 @@ namespace {
 
 TEST(ActionType, NamesKeepTheirPositionsAndMatchOnlyAsSpelled)
 {
-    for (int i = 0; i < kActionNameAmount; ++i) ASSERT_EQ(ActionPositionOf(ActionNameAt(i)), i) << i;
+    for (int i = 0; i < kActionNameAmount; ++i)
+        ASSERT_EQ(ActionPositionOf(ActionNameAt(i)), i) << i;
     EXPECT_STREQ(ActionNameAt(122), "_ACTION_USE_ITEm");
     EXPECT_STREQ(ActionNameAt(289), "_ACTION_SKILL_SEAL");
     EXPECT_EQ(ActionNameAt(290), nullptr);
@@ -78,7 +79,8 @@ TEST_F(ActionTypeDataTest, LaterLinesWinAndNumbersSaturateThroughSlots7And8)
         EXPECT_EQ(table.GetActionType(289), -3);
         EXPECT_EQ(table.GetActionType(38), INT_MAX);  // as atoi reads it
         EXPECT_EQ(table.GetMonsterActionType(122), 0);
-        for (int nPosition : {290, 511, 512, 100000, -1}) EXPECT_EQ(table.GetActionType(nPosition), 0) << nPosition;
+        for (int nPosition : {290, 511, 512, 100000, -1})
+            EXPECT_EQ(table.GetActionType(nPosition), 0) << nPosition;
         EXPECT_EQ(LogEntryCount(), 0);
     }
     EXPECT_TRUE(ActionNameList().empty());  // the destructor empties the name list
@@ -111,8 +113,10 @@ using ActionDelayDataTest = TableTest<CActionDelayData>;
 TEST_F(ActionDelayDataTest, FirstSectionOfAnActionWinsAndTitlesReadAsAtol)
 {
     // A repeated [100] is passed over; [walk] is action 0; a huge title saturates.
-    Load("ini/ActionDelay.ini", "[100]\nWoundDelay=10\nBlockDelay=20\nDieDelay=30\n[200]\nBlockDelay=5\n"
-                                "[100]\nWoundDelay=99\n[walk]\nWoundDelay=7\n[" + std::string(50, '9') + "]\n");
+    Load("ini/ActionDelay.ini",
+         "[100]\nWoundDelay=10\nBlockDelay=20\nDieDelay=30\n[200]\nBlockDelay=5\n"
+         "[100]\nWoundDelay=99\n[walk]\nWoundDelay=7\n[" +
+             std::string(50, '9') + "]\n");
     const auto* pDelay = CallSlot<const ActionDelayInfo*>(&m_table, 7, uint32_t{100});
     ASSERT_NE(pDelay, nullptr);
     EXPECT_EQ(std::tie(pDelay->WoundDelay, pDelay->BlockDelay, pDelay->DieDelay), std::make_tuple(10u, 20u, 30u));
@@ -128,8 +132,9 @@ using ActionEffectOffsetDataTest = TableTest<CActionEffectOffsetData>;
 TEST_F(ActionEffectOffsetDataTest, SectionNumberSplitsIntoIdVariantAndSubVariant)
 {
     // 0 and below are skipped; for the same triple the first in file order answers.
-    Load("ini/ActionEffectOffset.ini", "[1234567]\nnOffsetX=1\nnOffsetY=-2\nnOffsetZ=3\n[0]\n[-1234567]\n[name]\n"
-                                       "[7]\nnOffsetZ=9\n[1234567]\nnOffsetX=100\n[2147483647]\n");
+    Load("ini/ActionEffectOffset.ini",
+         "[1234567]\nnOffsetX=1\nnOffsetY=-2\nnOffsetZ=3\n[0]\n[-1234567]\n[name]\n"
+         "[7]\nnOffsetZ=9\n[1234567]\nnOffsetX=100\n[2147483647]\n");
     const auto* pOffset = CallSlot<const ActionEffectOffset*>(&m_table, 7, 123, 456, 7);
     ASSERT_NE(pOffset, nullptr);
     EXPECT_EQ(std::vector<int>({pOffset->nOffsetX, pOffset->nOffsetY, pOffset->nOffsetZ}),
@@ -154,7 +159,8 @@ TEST_F(ActionValueDataTest, EmptyTableAnswersFromTheBuiltInRule)
         {5101, 66}, {103, 66}, {104, 33}, {110, 25}, {121, 25},    {122, 33},  {451, 10},
         {7460, 10}, {465, 10}, {470, 10}, {454, 33}, {101000, 33}, {-100, 33}, {INT64_MAX, 33},
     };
-    for (const auto& c : kCases) EXPECT_EQ(ValueOf(c.first), c.second) << c.first;
+    for (const auto& c : kCases)
+        EXPECT_EQ(ValueOf(c.first), c.second) << c.first;
 }
 
 TEST_F(ActionValueDataTest, WildcardKeysAreTriedInOrder)
@@ -244,11 +250,13 @@ TEST_F(ActionCtrlDataTest, WildcardChainTriesItsExactKeysInOrder)
         {555111788, -1},  // no catch-all section
         {5123456000, 5},
     };
-    for (const auto& c : kCases) EXPECT_EQ(MarkOf(c.first), c.second) << c.first;
+    for (const auto& c : kCases)
+        EXPECT_EQ(MarkOf(c.first), c.second) << c.first;
 
     m_table.Clear();
     Load("ini/ActionCtrl.ini", Section("999999999", 9) + Section("20", 2));
-    for (int64_t nKey : {int64_t{1}, int64_t{123456789}, int64_t{98765432101}}) EXPECT_EQ(MarkOf(nKey), 9) << nKey;
+    for (int64_t nKey : {int64_t{1}, int64_t{123456789}, int64_t{98765432101}})
+        EXPECT_EQ(MarkOf(nKey), 9) << nKey;
     EXPECT_EQ(MarkOf(20), 2);
     EXPECT_EQ(MarkOf(INT64_MAX), 9);
     // Negative keys keep their sign through the digit arithmetic (the

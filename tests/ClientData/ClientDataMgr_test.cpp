@@ -27,7 +27,8 @@ TEST_F(ClientDataMgrTest, RegistryWalksTablesInConstructionOrderAndDestructionRu
 {
     const std::map<const CDataTable*, int> mapSlot = SlotsByTable();
     std::vector<int> setWalk;
-    for (CDataTable* pTable : TableRegistry::Get()->Tables()) setWalk.push_back(mapSlot.at(pTable));
+    for (CDataTable* pTable : TableRegistry::Get()->Tables())
+        setWalk.push_back(mapSlot.at(pTable));
     ASSERT_EQ(setWalk.size(), 197u);
     EXPECT_TRUE(std::equal(setWalk.begin(), setWalk.end(), kConstructionOrder.nSlot));
     auto position = [&](int nSlot) { return std::find(setWalk.begin(), setWalk.end(), nSlot) - setWalk.begin(); };
@@ -74,7 +75,8 @@ TEST_F(ClientDataMgrTest, DeferListMarksBareNamesCaseInsensitively)
     auto marked = [this] {
         std::vector<int> setMarked;
         for (int nSlot = kFirstTableSlot; nSlot <= kLastTableSlot; ++nSlot)
-            if (Mgr()->GetTableBySlot(nSlot)->IsDefer()) setMarked.push_back(nSlot);
+            if (Mgr()->GetTableBySlot(nSlot)->IsDefer())
+                setMarked.push_back(nSlot);
         return setMarked;
     };
     Mgr()->LoadDeferList();  // no list yet: nothing marked, nothing logged
@@ -132,11 +134,19 @@ TEST_F(ClientDataMgrTest, EmptyFolderLoadsEveryTableEmptyAndEachReportsItsOwnFau
     // Each table's own text; a bare name stays bare although the path was built.
     const std::string strLog = LogText();
     const char* const kLines[] = {
-        "error on open ItemType.dat.", "file: ini/MagicType.ini is not exist.", "error on open ini/MagicTypeEx.ini.",
-        "ItemCategory.dat read error!", "error on open Monster.dat.", "ini/Npc.ini load error!",
-        "NewNpc.ini load error!", "ini/ActionDelay.ini load error!", "ini/ActionCtrl.ini load error!",
-        "Load Error ini/SoundEvent.ini not find", "Load Error ini/ActionType.ini not find",
-        "Load Error ini/MonsterActionType.ini not find", "error on open ini/FontSetting.ini.",
+        "error on open ItemType.dat.",
+        "file: ini/MagicType.ini is not exist.",
+        "error on open ini/MagicTypeEx.ini.",
+        "ItemCategory.dat read error!",
+        "error on open Monster.dat.",
+        "ini/Npc.ini load error!",
+        "NewNpc.ini load error!",
+        "ini/ActionDelay.ini load error!",
+        "ini/ActionCtrl.ini load error!",
+        "Load Error ini/SoundEvent.ini not find",
+        "Load Error ini/ActionType.ini not find",
+        "Load Error ini/MonsterActionType.ini not find",
+        "error on open ini/FontSetting.ini.",
         "error on open ini/Common.ini.",
     };
     for (const char* szLine : kLines)
@@ -160,16 +170,16 @@ TEST_F(ClientDataMgrTest, TextResourcesLaterWinAndAMissingFileIsLogged)
     EXPECT_EQ(LogEntryCount(), 0);
     Mgr()->LoadStrRes("missing.ini");
     EXPECT_EQ(LogText(), "can't open file:missing.ini -- Mon Mar 07 14:05:09 2011\n");
-    WriteFile("str.ini",
-              "12=a=b\n=x\n; 7=comment\nno equals sign\n5=\n8=carriage\r\n 9=blank before\nabc=letters\n");
+    WriteFile("str.ini", "12=a=b\n=x\n; 7=comment\nno equals sign\n5=\n8=carriage\r\n 9=blank before\nabc=letters\n");
     WriteFile("more.ini", "12=override\n13=added");
     Mgr()->LoadStrRes("str.ini");
     Mgr()->LoadStrRes("more.ini");
     // Later wins; an empty key and "abc" both read as 0; a CR stays in the text.
-    const std::pair<unsigned, const char*> kCases[] = {{12, "override"}, {0, "letters"},      {7, ""},
-                                                       {5, ""},          {8, "carriage\r"},   {9, "blank before"},
+    const std::pair<unsigned, const char*> kCases[] = {{12, "override"}, {0, "letters"},    {7, ""},
+                                                       {5, ""},          {8, "carriage\r"}, {9, "blank before"},
                                                        {13, "added"},    {4242, ""}};
-    for (const auto& c : kCases) EXPECT_STREQ(Mgr()->GetStrRes(c.first), c.second) << c.first;
+    for (const auto& c : kCases)
+        EXPECT_STREQ(Mgr()->GetStrRes(c.first), c.second) << c.first;
 }
 
 }  // namespace

@@ -24,7 +24,8 @@ namespace fs = std::filesystem;
 std::string ItemFile(std::initializer_list<int> setId)
 {
     std::string strFile = "Amount=" + std::to_string(setId.size()) + "\n";
-    for (int nId : setId) strFile += ItemLine(nId, "item" + std::to_string(nId));
+    for (int nId : setId)
+        strFile += ItemLine(nId, "item" + std::to_string(nId));
     return strFile;
 }
 
@@ -191,7 +192,8 @@ TEST_F(FaultInjectionTest, RandomBytesForEveryTableLoadIntoRecordsTheLookupsFind
     static const char kAlphabet[] = "[]=\n\r\n ,;-0123456789 ./\tabcxyzNameTypeAmount\xA1\xEF";
     std::vector<fs::path> setPath = {"DeferList.dat", "ini/MagicTypeEx.ini", "ini/MonsterActionType.ini",
                                      "ini/Font.ini", "str.ini"};
-    for (const CatalogueEntry& entry : kCatalogue) setPath.push_back(CatalogueDataPath(entry.szFile));
+    for (const CatalogueEntry& entry : kCatalogue)
+        setPath.push_back(CatalogueDataPath(entry.szFile));
     for (uint32_t nSeed = 1; nSeed <= 4; ++nSeed) {
         SCOPED_TRACE(nSeed);
         std::mt19937 random(nSeed);
@@ -209,7 +211,8 @@ TEST_F(FaultInjectionTest, RandomBytesForEveryTableLoadIntoRecordsTheLookupsFind
         // resource line is read in pieces of at most 1023.
         for (int nSlot = kFirstTableSlot; nSlot <= kLastTableSlot; ++nSlot)
             EXPECT_LT(pMgr->GetLoadedAmountBySlot(nSlot), 4096) << nSlot;
-        for (unsigned nId : {0u, 1u, 5u, 9u}) EXPECT_LE(std::strlen(pMgr->GetStrRes(nId)), 1023u) << nId;
+        for (unsigned nId : {0u, 1u, 5u, 9u})
+            EXPECT_LE(std::strlen(pMgr->GetStrRes(nId)), 1023u) << nId;
         pMgr->ClearAll();
         DestroyClientDataMgr();
     }
@@ -247,7 +250,8 @@ TEST_F(FaultInjectionTest, MillionsOfRepeatedLinesLoadInLinearTime)
     // so one record remains. A loader quadratic in the line count would not
     // finish within the test's time.
     std::string strFile;
-    for (int i = 0; i < (1 << 18); ++i) strFile += "7 a\n";
+    for (int i = 0; i < (1 << 18); ++i)
+        strFile += "7 a\n";
     WriteFile("ini/SoundEvent.ini", strFile + "7 last\n");
     const auto tStart = std::chrono::steady_clock::now();
     CClientDataMgr* pMgr = StartUp();
@@ -272,7 +276,8 @@ TEST_F(FaultInjectionTest, StrResFromSeveralThreadsAnswersEveryCall)
                 setWrong[t] += szText != nullptr && std::strcmp(szText, kExpected[i % 7]) == 0 ? 0 : 1;
             }
         });
-    for (std::thread& thread : setThread) thread.join();
+    for (std::thread& thread : setThread)
+        thread.join();
     EXPECT_EQ(setWrong, std::vector<int>(4, 0));
 }
 
@@ -281,7 +286,8 @@ TEST_F(FaultInjectionTest, OverlongNamesAndTextsAreCutEverywhere)
     const std::string strLong(5000, 'L');
     const auto Keys = [&strLong](std::initializer_list<const char*> setKey) {
         std::string strSection;
-        for (const char* szKey : setKey) strSection += std::string(szKey) + "=" + strLong + "\n";
+        for (const char* szKey : setKey)
+            strSection += std::string(szKey) + "=" + strLong + "\n";
         return strSection;
     };
     WriteFile("ini/ItemType.dat", "Amount=1\n" + ItemLine(1, strLong, 0, strLong));
@@ -297,7 +303,8 @@ TEST_F(FaultInjectionTest, OverlongNamesAndTextsAreCutEverywhere)
     CClientDataMgr* pMgr = StartUp();
     pMgr->LoadStrRes("str.ini");
     ExpectEveryRecordSound(pMgr);
-    for (int nSlot : {9, 48, 150, 153, 154}) EXPECT_EQ(pMgr->GetLoadedAmountBySlot(nSlot), 1) << nSlot;
+    for (int nSlot : {9, 48, 150, 153, 154})
+        EXPECT_EQ(pMgr->GetLoadedAmountBySlot(nSlot), 1) << nSlot;
 
     const char* szItemName = pMgr->GetItemType()->GetItemName(1);
     ASSERT_NE(szItemName, nullptr);

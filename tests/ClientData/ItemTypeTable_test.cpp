@@ -62,10 +62,16 @@ TEST_F(ItemTypeTableTest, NamesOf16CharactersOrMoreAreNeverMatched)
     // is not: it equals the cut entry of the 16-character name.
     EXPECT_EQ(m_table.GetNameList(), (std::vector<std::string>{str16, str16, str16, str15, str15 + "Z"}));
     const std::pair<const char*, bool> kCases[] = {
-        {"ABCDEFGHIJKLMNO", true},  {"PQRSTUVWXYZabcd", true},  {"PQRSTUVWXYZabcde", false},
-        {"ABCDEFGHIJKLMNOZ", false}, {"ABCDEFGHIJKLMN", false}, {"abcdefghijklmno", false}, {"", false},
+        {"ABCDEFGHIJKLMNO", true},
+        {"PQRSTUVWXYZabcd", true},
+        {"PQRSTUVWXYZabcde", false},
+        {"ABCDEFGHIJKLMNOZ", false},
+        {"ABCDEFGHIJKLMN", false},
+        {"abcdefghijklmno", false},
+        {"", false},
     };
-    for (const auto& c : kCases) EXPECT_EQ(CallSlot<bool>(&m_table, 10, c.first), c.second) << c.first;
+    for (const auto& c : kCases)
+        EXPECT_EQ(CallSlot<bool>(&m_table, 10, c.first), c.second) << c.first;
     EXPECT_FALSE(m_table.HasItemName(nullptr));
 }
 
@@ -76,7 +82,8 @@ TEST_F(ItemTypeTableTest, SlotsAnswerThroughTheVtableAndIndexedValuesRunOneToNin
     Load("Amount=2\n" + ItemLine(42, "Jade\xB1\xA6", 0, "note") + ItemLine(9, "n", 1000));
     for (int nIndex = 1; nIndex <= 9; ++nIndex)
         EXPECT_EQ(m_table.GetIndexedValue(9, nIndex), 1000u + 36 + nIndex) << nIndex;
-    for (int nIndex : {0, 10, -1, 1 << 30}) EXPECT_EQ(m_table.GetIndexedValue(9, nIndex), 0u) << nIndex;
+    for (int nIndex : {0, 10, -1, 1 << 30})
+        EXPECT_EQ(m_table.GetIndexedValue(9, nIndex), 0u) << nIndex;
     EXPECT_EQ(m_table.GetIndexedValue(10, 1), 0u);  // missing id
 
     EXPECT_STREQ(CallSlot<const char*>(&m_table, 7, 42u), "Jade\xB1\xA6");

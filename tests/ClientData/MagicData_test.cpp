@@ -61,7 +61,8 @@ protected:
         std::vector<int> setPosition;
         for (const MagicTypeInfo* pInfo : setInfo)
             for (int i = 0; i < table.GetAmount(); ++i)
-                if (table.GetMagicTypeByIndex(i) == pInfo) setPosition.push_back(i);
+                if (table.GetMagicTypeByIndex(i) == pInfo)
+                    setPosition.push_back(i);
         return setPosition;
     }
     // The file positions in a list, read through its amount and item slots.
@@ -85,7 +86,8 @@ TEST_F(MagicDataTest, EveryLineBeforeTheFirstBlankMakesARecordAndColumn51Default
                   MagicLine(1, 0, {{51, "0"}}) + MagicLine(2, 0, {{51, "7"}}) +
                       "3 4 Name 5\n"  // short: the missing columns count as 0
                       "abc 5 6\n" +   // the scan stops at once: all fields stay 0
-                      szBlank + MagicLine(5, 1),
+                      szBlank +
+                      MagicLine(5, 1),
                   "");
         ASSERT_EQ(table.GetAmount(), 4) << szBlank;
         EXPECT_EQ(table.GetMagicType(5, 1), nullptr);
@@ -108,7 +110,7 @@ TEST_F(MagicDataTest, FirstRecordInFileOrderAnswersAndTakesTheExtraSection)
     ASSERT_EQ(pFirst, table.GetMagicTypeByIndex(0));
     EXPECT_EQ(pFirst->SelfMask, 0u);
     EXPECT_STREQ(pFirst->AppendDisc, "text");
-    EXPECT_EQ(table.GetMagicTypeByIndex(2)->SelfMask, 1u);  // the later twin is untouched
+    EXPECT_EQ(table.GetMagicTypeByIndex(2)->SelfMask, 1u);       // the later twin is untouched
     EXPECT_STREQ(table.GetMagicTypeByIndex(2)->AppendDisc, "");  // no section: the fresh record's empty text
     EXPECT_EQ(table.GetMagicType(5, 3), nullptr);
 
@@ -184,9 +186,11 @@ TEST_F(MagicDataTest, IntoneActionsAreAsymmetricOnPurposeAndActionSetsSkipZero)
             << c.nAction << " " << c.bMounted << c.bFlying;
 
     const std::pair<int, int> senders[] = {{100, 1}, {-1, 1}, {0, 0}, {200, 0}};
-    for (const auto& c : senders) EXPECT_EQ(CallSlot<int>(&table, 14, c.first), c.second) << c.first;
+    for (const auto& c : senders)
+        EXPECT_EQ(CallSlot<int>(&table, 14, c.first), c.second) << c.first;
     const std::pair<int, int> targets[] = {{200, 1}, {300, 1}, {0, 0}, {100, 0}};
-    for (const auto& c : targets) EXPECT_EQ(CallSlot<int>(&table, 15, c.first), c.second) << c.first;
+    for (const auto& c : targets)
+        EXPECT_EQ(CallSlot<int>(&table, 15, c.first), c.second) << c.first;
 }
 
 class MagicLearnTest : public MagicDataTest {

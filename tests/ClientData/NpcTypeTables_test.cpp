@@ -25,9 +25,10 @@ using NpcTypeInfoExTest = TableTest<CNpcTypeInfoExTable>;
 // Slot 7 is GetNpcType in both tables.
 TEST_F(NpcTypeInfoTest, FirstSectionWinsTheIdFollowsSevenCharactersAndOnlyUpperCaseNullEmptiesTheNote)
 {
-    Load("ini/Npc.ini", "[NpcType10]\nName=First\n[NpcType10]\nName=Second\n[Xxxxxxx1201]\nName=AnyPrefix\n"
-                        "[NpcType]\nName=Zero\n[Npc]\nName=Short\n[NpcType12ab]\nName=Digits\n"
-                        "[NpcType1]\nNote=NULL\n[NpcType2]\nNote=null\n[NpcType3]\nNote=Null\n");
+    Load("ini/Npc.ini",
+         "[NpcType10]\nName=First\n[NpcType10]\nName=Second\n[Xxxxxxx1201]\nName=AnyPrefix\n"
+         "[NpcType]\nName=Zero\n[Npc]\nName=Short\n[NpcType12ab]\nName=Digits\n"
+         "[NpcType1]\nNote=NULL\n[NpcType2]\nNote=null\n[NpcType3]\nNote=Null\n");
     EXPECT_EQ(m_table.GetLoadedAmount(), 9u);
     const auto Find = [&](uint32_t nId) { return CallSlot<const NpcTypeInfo*>(&m_table, 7, nId); };
     ASSERT_NE(Find(10), nullptr);
@@ -46,8 +47,9 @@ TEST_F(NpcTypeInfoTest, FirstSectionWinsTheIdFollowsSevenCharactersAndOnlyUpperC
 
 TEST_F(NpcTypeInfoExTest, NullNoteInAnyCaseIsEmptiedAndFirstWins)
 {
-    Load("ini/NewNpc.ini", "[NpcType1]\nNote=NULL\n[NpcType2]\nNote=null\n[NpcType3]\nNote=Null\n"
-                           "[NpcType4]\nNote=NULLS\n[NpcType1]\nNote=later\n[NpcType]\nNote=zero\n");
+    Load("ini/NewNpc.ini",
+         "[NpcType1]\nNote=NULL\n[NpcType2]\nNote=null\n[NpcType3]\nNote=Null\n"
+         "[NpcType4]\nNote=NULLS\n[NpcType1]\nNote=later\n[NpcType]\nNote=zero\n");
     const auto Note = [&](uint32_t nId) { return CallSlot<const NpcTypeInfoEx*>(&m_table, 7, nId)->szNote; };
     EXPECT_EQ(std::string(Note(1)) + Note(2) + Note(3) + "|" + Note(4) + "|" + Note(0), "|NULLS|zero");
     EXPECT_EQ(CallSlot<const NpcTypeInfoEx*>(&m_table, 7, 5u), nullptr);
@@ -81,9 +83,11 @@ TEST_F(NpcTypeInfoTest, AFailedAllocationLogsEachTablesUnitAndLine)
     NpcTypeAllocFailLog(CNpcTypeInfoExTable::GetFormat());
     const std::string strLog = LogText();
     EXPECT_NE(strLog.find(ZEL_STAR "ASSERT(pInfo) in 31 line of ClientData\\NpcTypeInfo" ZEL_STAR " -- "),
-              std::string::npos) << strLog;
+              std::string::npos)
+        << strLog;
     EXPECT_NE(strLog.find(ZEL_STAR "ASSERT(pInfo) in 34 line of ClientData\\NpcTypeInfoEx" ZEL_STAR " -- "),
-              std::string::npos) << strLog;
+              std::string::npos)
+        << strLog;
 }
 
 }  // namespace
