@@ -60,7 +60,8 @@ const char kVocabulary[] =
 std::string LineOf(const std::string& strKeyword, int nTokens)
 {
     std::string strLine = strKeyword;
-    for (int k = 1; k < nTokens; ++k) strLine += "," + std::to_string(10 + k);
+    for (int k = 1; k < nTokens; ++k)
+        strLine += "," + std::to_string(10 + k);
     return strLine;
 }
 
@@ -91,10 +92,18 @@ TEST(TutorialCommandTest, VocabularyInOrderAndEveryMinimumAcceptsItsCountAndReje
 
 TEST(TutorialCommandTest, RejectsWhatIsNoCommand)
 {
-    const char* kRejected[] = {"add_ctrleffect,1,2,3,4",   "Add_CtrlEffect ,1,2,3,4",  " Add_CtrlEffect,1,2,3,4",
-                               "Add_CtrlEffect,1,2,3",     "Chage_Group",              "Change_Group,1",
-                               "Add_HotKeyEffect,1,2,3,4", "Del_HotkeyEffect,1,2,3,4", "Show_Monster_Type,1,2",
-                               "MoveMouse_To_Weapon",      "MouseMove_To_Npc,1",       ",",
+    const char* kRejected[] = {"add_ctrleffect,1,2,3,4",
+                               "Add_CtrlEffect ,1,2,3,4",
+                               " Add_CtrlEffect,1,2,3,4",
+                               "Add_CtrlEffect,1,2,3",
+                               "Chage_Group",
+                               "Change_Group,1",
+                               "Add_HotKeyEffect,1,2,3,4",
+                               "Del_HotkeyEffect,1,2,3,4",
+                               "Show_Monster_Type,1,2",
+                               "MoveMouse_To_Weapon",
+                               "MouseMove_To_Npc,1",
+                               ",",
                                ""};
     TutorialCommand command;
     for (const char* szLine : kRejected) {
@@ -113,8 +122,10 @@ TEST(TutorialCommandTest, ParametersAndTexts)
     EXPECT_STREQ(command.szText, "");
     // Tip texts run to the end of the line, commas included, cut to 255.
     const std::pair<std::string, std::string> kTexts[] = {
-        {"Show_Tip,3,4,Hello, world", "Hello, world"},     {"Card_Tip," + std::string(400, 't'), std::string(255, 't')},
-        {"Talk_Target_Name", ""},                          {"Talk_Target_Name,Old Wang", "Old Wang"},
+        {"Show_Tip,3,4,Hello, world", "Hello, world"},
+        {"Card_Tip," + std::string(400, 't'), std::string(255, 't')},
+        {"Talk_Target_Name", ""},
+        {"Talk_Target_Name,Old Wang", "Old Wang"},
         {"Show_Ctr_Tip,1,2,3,4,5,Click here", "Click here"},
     };
     for (const auto& c : kTexts) {
@@ -122,44 +133,6 @@ TEST(TutorialCommandTest, ParametersAndTexts)
         EXPECT_EQ(command.szText, c.second);
     }
     EXPECT_EQ(command.nCode, 117);
-}
-
-using BattleTutorialTest = RegistryFolderTest<TableRegistry>;
-
-// The client's queries by slot: 7 GetScript, 8 GetScriptType,
-// 9 GetCommandAmount, 10 GetCommand.
-TEST_F(BattleTutorialTest, ReadsLinesOneToLineAmountThroughTheRawSlots)
-{
-    CBattleTutorialTable table;
-    table.Load();  // no path yet, then a missing file: empty and silent
-    table.BuildFilePath();
-    table.Load();
-    EXPECT_EQ(table.GetScriptType(0), 0);
-    EXPECT_EQ(LogEntryCount(), 0);
-    WriteFile("ini/BattleTutorial.ini",
-              "[3]\nType=2\nLineAmount=3\nLine0=Wait_XP_Full\nLine1=Add_CtrlEffect,1,2,3,4\nLine2=Bogus,1\n"
-              "Line3=Wait_Timer,500\nLine4=Wait_XP_Full\n"
-              "[-1]\nLineAmount=1\nLine1=Wait_XP_Full\n"
-              "[8]\nLineAmount=1\nLine1=Wait_XP_Full\n[8]\nType=5\n"
-              "[9]\nLineAmount=2147483647\nLine2147483647=Wait_XP_Full\nLine01=Wait_XP_Full\n");
-    table.Load();
-    EXPECT_EQ(table.GetLoadedAmount(), 3u);
-    ASSERT_NE(CallSlot<const TutorialScript*>(&table, 7, 3), nullptr);
-    EXPECT_EQ(CallSlot<const TutorialScript*>(&table, 7, -1), nullptr);
-    EXPECT_EQ(CallSlot<int>(&table, 8, 3), 2);
-    ASSERT_EQ(CallSlot<int>(&table, 9, 3), 2);
-    const TutorialCommand* pFirst = CallSlot<const TutorialCommand*>(&table, 10, 3, 0);
-    ASSERT_NE(pFirst, nullptr);
-    EXPECT_EQ(pFirst->nParam[3], 4);
-    EXPECT_EQ(CallSlot<const TutorialCommand*>(&table, 10, 3, 1)->nCode, 33);
-    EXPECT_EQ(CallSlot<const TutorialCommand*>(&table, 10, 3, 2), nullptr);
-    EXPECT_EQ(CallSlot<const TutorialCommand*>(&table, 10, 3, -1), nullptr);
-    // A later [8] replaces the earlier script.
-    EXPECT_EQ(std::make_pair(table.GetScriptType(8), table.GetCommandAmount(8)), std::make_pair(5, 0));
-    EXPECT_EQ(table.GetCommand(9, 0)->nCode, 27);
-    table.Clear();
-    EXPECT_EQ(table.GetScript(3), nullptr);
-    EXPECT_EQ(table.GetLoadedAmount(), 0u);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <map>
 #include <string>
 
 #include "ClientData/ClientDataMgr.h"
@@ -82,4 +83,18 @@ inline std::string ItemLine(long long nId, const std::string& strName, int nBase
     for (int nColumn = 2; nColumn <= 53; ++nColumn)
         strLine += " " + std::to_string(nBase + nColumn);
     return strLine + " " + strText + "\n";
+}
+
+// A "MagicType.ini" line of 61 columns: the type (column 1), the level
+// (column 8), the columns given, and elsewhere "0" or, in a text column, "-".
+inline std::string MagicLine(unsigned nType, unsigned nLevel, const std::map<int, std::string>& mapColumn = {})
+{
+    std::string strLine = std::to_string(nType);
+    for (int nColumn = 2; nColumn <= 61; ++nColumn) {
+        const auto it = mapColumn.find(nColumn);
+        const bool bText = nColumn == 3 || (nColumn >= 38 && nColumn <= 47 && nColumn != 43) || nColumn == 53;
+        strLine += nColumn % 2 == 0 ? " " : "\t";
+        strLine += nColumn == 8 ? std::to_string(nLevel) : it != mapColumn.end() ? it->second : bText ? "-" : "0";
+    }
+    return strLine + "\n";
 }
