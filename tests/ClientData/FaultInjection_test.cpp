@@ -34,9 +34,16 @@ protected:
     static std::size_t ItemAmount(CClientDataMgr* pMgr) { return pMgr->GetItemType()->GetLoadedAmount(); }
 };
 
+// What a record shows: every text must be a C string, as the client reads it.
+class CTextsTerminated : public FieldVisitor {
+public:
+    void Number(const char*, int64_t) override {}
+    void Text(const char* szKey, const char* szText) override { EXPECT_NE(szText, nullptr) << szKey; }
+};
+
 // Every record a table's lookups can answer, walked through its description:
-// its own lookup finds it by its key, and each of its text buffers holds a
-// terminator, as the client reads them as C strings.
+// its own lookup finds it by its key, each of its text buffers holds a
+// terminator, and every value it shows can be read.
 void ExpectEveryRecordSound(CClientDataMgr* pMgr)
 {
     struct Walk {
@@ -58,6 +65,9 @@ void ExpectEveryRecordSound(CClientDataMgr* pMgr)
                 } else {
                     EXPECT_EQ(pFound, pRecord) << walk.pEntry->szName;
                 }
+                CTextsTerminated texts;
+                if (walk.pEntry->pDesc->pfnVisit != nullptr)
+                    walk.pEntry->pDesc->pfnVisit(*walk.pTable, pRecord, texts);
                 if (walk.pEntry->pDesc->pRecord == nullptr)
                     return;
                 for (const FieldDesc& field : *walk.pEntry->pDesc->pRecord) {
