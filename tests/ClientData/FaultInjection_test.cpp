@@ -34,11 +34,17 @@ protected:
     static std::size_t ItemAmount(CClientDataMgr* pMgr) { return pMgr->GetItemType()->GetLoadedAmount(); }
 };
 
-// What a record shows: every text must be a C string, as the client reads it.
-class CTextsTerminated : public FieldVisitor {
+// What a record shows: every text is read to its end, as the client reads
+// it (the sanitizer build catches one that runs past its buffer).
+class CTextsRead : public FieldVisitor {
 public:
     void Number(const char*, int64_t) override {}
-    void Text(const char* szKey, const char* szText) override { EXPECT_NE(szText, nullptr) << szKey; }
+    void Text(const char* szKey, const char* szText) override
+    {
+        ASSERT_NE(szText, nullptr) << szKey;
+        m_nBytes += std::strlen(szText);
+    }
+    std::size_t m_nBytes = 0;
 };
 
 // Every record a table's lookups can answer, walked through its description:
@@ -65,7 +71,7 @@ void ExpectEveryRecordSound(CClientDataMgr* pMgr)
                 } else {
                     EXPECT_EQ(pFound, pRecord) << walk.pEntry->szName;
                 }
-                CTextsTerminated texts;
+                CTextsRead texts;
                 if (walk.pEntry->pDesc->pfnVisit != nullptr)
                     walk.pEntry->pDesc->pfnVisit(*walk.pTable, pRecord, texts);
                 if (walk.pEntry->pDesc->pRecord == nullptr)
