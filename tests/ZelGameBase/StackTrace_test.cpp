@@ -4,7 +4,6 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <regex>
 #include <string>
 #include <vector>
 
@@ -25,19 +24,35 @@ std::string SelfPath()
 // from the one named before.
 std::vector<std::string> ModulesOf(const std::string& strText)
 {
-    static const std::regex kEntry("\\((?:(\\S+) )?(0x[0-9a-f]+|\\(nil\\)):([0-9]+)\\) ");
     std::vector<std::string> setModule;
     std::string strPrevious;
     std::size_t nAt = 0;
-    for (std::smatch match; std::regex_search(strText.begin() + static_cast<long>(nAt), strText.end(), match, kEntry,
-                                              std::regex_constants::match_continuous);
-         nAt += static_cast<std::size_t>(match.length(0))) {
-        EXPECT_EQ(std::stoi(match[3]), static_cast<int>(setModule.size())) << strText;
-        if (match[1].matched) {
-            EXPECT_NE(match[1].str(), strPrevious) << strText;
-            strPrevious = match[1];
+    while (nAt < strText.size() && strText[nAt] == '(') {
+        std::size_t nPos = nAt + 1;
+        const std::size_t nColon = strText.find(':', nPos);
+        const std::size_t nBlank = strText.find(' ', nPos);
+        if (nColon == std::string::npos)
+            break;
+        std::string strModule;
+        if (nBlank < nColon) {  // a module precedes the address
+            strModule = strText.substr(nPos, nBlank - nPos);
+            nPos = nBlank + 1;
         }
-        setModule.push_back(match[1]);
+        const std::string strAddress = strText.substr(nPos, nColon - nPos);
+        const bool bAddress =
+            strAddress == "(nil)" || (strAddress.size() > 2 && strAddress.compare(0, 2, "0x") == 0 &&
+                                      strAddress.find_first_not_of("0123456789abcdef", 2) == std::string::npos);
+        const std::size_t nIndexEnd = strText.find_first_not_of("0123456789", nColon + 1);
+        if (!bAddress || nIndexEnd == std::string::npos || nIndexEnd == nColon + 1 ||
+            strText.compare(nIndexEnd, 2, ") ") != 0)
+            break;
+        EXPECT_EQ(std::stoi(strText.substr(nColon + 1)), static_cast<int>(setModule.size())) << strText;
+        if (!strModule.empty()) {
+            EXPECT_NE(strModule, strPrevious) << strText;
+            strPrevious = strModule;
+        }
+        setModule.push_back(strModule);
+        nAt = nIndexEnd + 2;
     }
     EXPECT_EQ(nAt, strText.size()) << strText;
     return setModule;
