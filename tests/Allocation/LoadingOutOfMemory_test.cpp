@@ -9,30 +9,22 @@
 #include <gtest/gtest.h>
 
 #include "Allocation/ReplacedAllocation.h"
-#include "ClientData/Catalogue.h"
-#include "ClientData/ClientDataMgr.h"
-#include "ClientData/DataTable.h"
-#include "Support/TestSupport.h"
+#include "Support/TableSupport.h"
 
 namespace {
 
-using LoadingOutOfMemoryTest = DataFolderTest;
-
-// The client's start-up, through the manager's interface.
-void StartUp(IClientDataMgr* pMgr)
-{
-    pMgr->LoadDeferList();
-    pMgr->ReloadDeferred(false);
-    pMgr->ReloadDeferred(true);
-    pMgr->LoadStrRes("ini/StrRes.ini");
-}
+class LoadingOutOfMemoryTest : public ManagerTest {
+protected:
+    // The client's start-up of the manager already made, with the text resources.
+    static void StartUpWithTexts() { StartUp()->LoadStrRes("ini/StrRes.ini"); }
+};
 
 TEST_F(LoadingOutOfMemoryTest, StartUpReturnsWhereverMemoryRunsOut)
 {
     std::filesystem::copy(CLIENTDATA_SAMPLE_DIR, Folder(), std::filesystem::copy_options::recursive);
     auto* pMgr = static_cast<CClientDataMgr*>(QueryClientDataMgr());
     const long nBefore = AllocationCount();
-    StartUp(pMgr);
+    StartUpWithTexts();
     const long nTotal = AllocationCount() - nBefore;
     std::vector<int> setFullAmount;
     for (int nSlot = kFirstTableSlot; nSlot <= kLastTableSlot; ++nSlot)
@@ -40,15 +32,17 @@ TEST_F(LoadingOutOfMemoryTest, StartUpReturnsWhereverMemoryRunsOut)
     DestroyClientDataMgr();
 
     std::vector<long> setFailAt;
-    for (long k = 1; k <= 32; ++k) setFailAt.push_back(k);
-    for (long n = 1; n <= 64; ++n) setFailAt.push_back(nTotal * n / 64);
+    for (long k = 1; k <= 32; ++k)
+        setFailAt.push_back(k);
+    for (long n = 1; n <= 64; ++n)
+        setFailAt.push_back(nTotal * n / 64);
     for (long nFailAt : setFailAt) {
         auto* pManager = static_cast<CClientDataMgr*>(QueryClientDataMgr());
         ASSERT_NE(pManager, nullptr);
         bool bThrew = false;
         AllocationFailFrom(AllocationCount() + nFailAt);
         try {
-            StartUp(pManager);
+            StartUpWithTexts();
         } catch (...) {
             bThrew = true;
         }
@@ -87,7 +81,8 @@ TEST_F(LoadingOutOfMemoryTest, CreationGivesNullWhereverMemoryRunsOut)
         EXPECT_EQ(TableRegistry::Get(), nullptr) << nFailAt;  // no pointer to a table that is gone
         // With memory back the next call builds the whole manager.
         ASSERT_NE(QueryClientDataMgr(), nullptr);
-        EXPECT_EQ(TableRegistry::Get()->Tables().size(), static_cast<std::size_t>(kLastTableSlot - kFirstTableSlot + 1));
+        EXPECT_EQ(TableRegistry::Get()->Tables().size(),
+                  static_cast<std::size_t>(kLastTableSlot - kFirstTableSlot + 1));
         DestroyClientDataMgr();
     }
 }

@@ -15,8 +15,7 @@
 #include <gtest/gtest.h>
 
 #include "Allocation/ReplacedAllocation.h"
-#include "ClientData/ClientDataMgr.h"
-#include "Support/TestSupport.h"
+#include "Support/TableSupport.h"
 #include "Support/VtableCall.h"
 
 namespace {
@@ -39,23 +38,15 @@ std::vector<uint32_t> NumbersInFiles(const std::string& strFolder)
     return std::vector<uint32_t>(setNumber.begin(), setNumber.end());
 }
 
-class QueriesAllocateNothingTest : public DataFolderTest {
+class QueriesAllocateNothingTest : public ManagerTest {
 protected:
     void SetUp() override
     {
-        DataFolderTest::SetUp();
+        ManagerTest::SetUp();
         std::filesystem::copy(CLIENTDATA_SAMPLE_DIR, Folder(), std::filesystem::copy_options::recursive);
         m_setNumber = NumbersInFiles(Folder() + "/ini");
-        m_pMgr = static_cast<CClientDataMgr*>(QueryClientDataMgr());
-        m_pMgr->LoadDeferList();
-        m_pMgr->ReloadDeferred(false);
-        m_pMgr->ReloadDeferred(true);
+        m_pMgr = StartUp();
         m_pMgr->LoadStrRes("ini/StrRes.ini");
-    }
-    void TearDown() override
-    {
-        DestroyClientDataMgr();
-        DataFolderTest::TearDown();
     }
 
     // Runs the queries and counts the allocations they made.

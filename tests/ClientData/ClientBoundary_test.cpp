@@ -3,6 +3,7 @@
 // client's own library relies on.
 #include "ClientData/ClientBoundary.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <string>
@@ -11,9 +12,37 @@
 
 #include <gtest/gtest.h>
 
+#include "ClientData/Catalogue.h"
 #include "Support/BoundarySupport.h"
 
 namespace {
+
+// The slot of every table with a design of its own.
+template <int nSlot, class T>
+constexpr bool kAt = std::is_same_v<typename CatalogueSlot<nSlot>::Class, T>;
+static_assert(kAt<9, CItemTypeTable> && kAt<11, CMagicData> && kAt<37, CItemCategoryTable> &&
+              kAt<48, CBattleTutorialTable> && kAt<53, CMonsterSpeakTable> && kAt<88, CFontSetting> &&
+              kAt<94, CActionEffectOffsetData> && kAt<148, CActionValueData> && kAt<150, CMonsterTypeTable> &&
+              kAt<151, CCommonIni> && kAt<153, CNpcTypeInfoTable> && kAt<154, CNpcTypeInfoExTable> &&
+              kAt<163, CActionDelayData> && kAt<165, CActionCtrlData> && kAt<194, CSoundEvent> &&
+              kAt<200, CActionTypeData>);
+static_assert(std::is_same_v<CatalogueSlot<11>::Interface, IMagicData>);
+
+// The records the client reads by their layout.
+static_assert(sizeof(MonsterTypeInfo) == 844 && offsetof(MonsterTypeInfo, szName) == 4 &&
+              offsetof(MonsterTypeInfo, nSizeAdd) == 20 && offsetof(MonsterTypeInfo, szDisappearEffect) == 56 &&
+              offsetof(MonsterTypeInfo, nLeftWeapon) == 312 && offsetof(MonsterTypeInfo, nDefyStatus) == 708 &&
+              offsetof(MonsterTypeInfo, szDefyEffect) == 716);
+static_assert(sizeof(NpcTypeInfo) == 272 && offsetof(NpcTypeInfo, szEffect) == 20 &&
+              offsetof(NpcTypeInfo, nSimpleObjId) == 84 && offsetof(NpcTypeInfo, szNote) == 108 &&
+              offsetof(NpcTypeInfo, nZoomPercent) == 236);
+static_assert(sizeof(NpcTypeInfoEx) == 264 && offsetof(NpcTypeInfoEx, nFixDir) == 20 &&
+              offsetof(NpcTypeInfoEx, szEffect) == 64 && offsetof(NpcTypeInfoEx, szNote) == 100 &&
+              offsetof(NpcTypeInfoEx, nMouseSign) == 228);
+static_assert(sizeof(ItemTypeInfo) == 900 && offsetof(ItemTypeInfo, strName) == 4 &&
+              offsetof(ItemTypeInfo, ucAttrA) == 520 && offsetof(ItemTypeInfo, dwAttrE) == 540 &&
+              offsetof(ItemTypeInfo, usIndexed) == 600 && offsetof(ItemTypeInfo, dwAttrR) == 640 &&
+              offsetof(ItemTypeInfo, szText) == 644);
 
 std::string TextOf(const CClientString& str) { return std::string(str.c_str(), str.size()); }
 
@@ -87,7 +116,8 @@ TEST(ClientArrayTest, GrowsAsTheClientsLibraryDoes)
             setCapacity.push_back(setId.capacity());
     }
     EXPECT_EQ(setCapacity, (std::vector<std::size_t>{1, 2, 3, 4, 6, 9, 13, 19, 28, 42}));
-    for (uint32_t i = 0; i < 30; ++i) EXPECT_EQ(setId[i], i);
+    for (uint32_t i = 0; i < 30; ++i)
+        EXPECT_EQ(setId[i], i);
 
     // Room for more than half again: exactly the size needed.
     CClientArray<uint32_t> setMore;
@@ -122,7 +152,8 @@ TEST(ClientArrayTest, StringsMoveWithTheirBlocksWhenTheArrayGrows)
         setExpected.push_back(strText);
     }
     ASSERT_EQ(setText.size(), setExpected.size());
-    for (std::size_t i = 0; i < setExpected.size(); ++i) EXPECT_EQ(TextOf(setText[i]), setExpected[i]) << i;
+    for (std::size_t i = 0; i < setExpected.size(); ++i)
+        EXPECT_EQ(TextOf(setText[i]), setExpected[i]) << i;
 }
 
 }  // namespace

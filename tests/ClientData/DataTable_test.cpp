@@ -35,9 +35,11 @@ protected:
     std::string Resolve(const char* szName, bool bDefer, int nVersion, bool bCallback = true)
     {
         CNamedTable table(szName);
-        if (bDefer) table.SetDefer();
+        if (bDefer)
+            table.SetDefer();
         g_nVersion = nVersion;
-        if (bCallback) QueryClientDataMgr()->SetVersionQuery(AnswerVersion);
+        if (bCallback)
+            QueryClientDataMgr()->SetVersionQuery(AnswerVersion);
         table.BuildFilePath();
         return table.GetFilePath();
     }

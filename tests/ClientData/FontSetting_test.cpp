@@ -37,52 +37,6 @@ TEST_F(FontSettingTest, ColoursWithoutAlphaAreOpaque)
     }
 }
 
-TEST_F(FontSettingTest, LinesOutOfPlaceLoseTheirSettings)
-{
-    // ChatFont comes early: it spends the GUIFontShadowColor step, and the
-    // colour line then spends the ChatFont step. Everything after the
-    // mismatch still lines up.
-    WriteFile("ini/FontSetting.ini",
-              "GUIFontShadow=3\nChatFont=a.ttf\nGUIFontShadowColor=123456\nChatFontSize=9\n"
-              "Antialias=0\nTipFontShadow\nTipFontShadowColor=1\n");
-    CFontSetting table;
-    table.Load();
-    // Shadow, chat size, antialias, tip shadow (no value: the empty text) and amount.
-    EXPECT_EQ(std::vector<int>({table.GetGUIFontShadow(), table.GetChatFontSize(), table.GetAntialias(),
-                                table.GetTipFontShadow(), static_cast<int>(table.GetLoadedAmount())}),
-              (std::vector<int>{3, 9, 0, 0, 5}));
-    EXPECT_EQ(table.GetGUIFontShadowColor(), CFontSetting::kDefaultShadowColor);
-    EXPECT_EQ(table.GetTipFontShadowColor(), 0xFF000001u);
-    EXPECT_STREQ(table.GetChatFontFile(), "");
-
-    // Keys compare exactly: blanks and case count.
-    WriteFile("ini/FontSetting.ini", "GUIFontShadow = 4\nguifontshadowcolor=1\n");
-    table.Clear();
-    table.Load();
-    EXPECT_EQ(table.GetGUIFontShadow(), CFontSetting::kDefaultShadow);
-    EXPECT_EQ(table.GetLoadedAmount(), 0u);
-}
-
-TEST_F(FontSettingTest, MissingFileKeepsTheConstructionValuesAndGarbageIsHarmless)
-{
-    CFontSetting table;
-    table.Load();
-    EXPECT_EQ(LogEntryCount(), 1);
-    EXPECT_NE(LogText().find("error on open ini/FontSetting.ini. -- "), std::string::npos);
-    EXPECT_EQ(table.GetAntialias(), CFontSetting::kDefaultAntialias);
-    EXPECT_EQ(table.GetChatFontSize(), CFontSetting::kDefaultChatFontSize);
-    EXPECT_EQ(table.GetTipFontShadowColor(), CFontSetting::kDefaultShadowColor);
-    EXPECT_STREQ(DefaultFontName(table), "");
-
-    // Garbage files do not break loading.
-    std::string strGarbage;
-    for (int i = 0; i < 5000; ++i) strGarbage += static_cast<char>((i * 7919 + 13) % 256);
-    WriteFile("ini/FontSetting.ini", strGarbage);
-    WriteFile("ini/Font.ini", "[" + strGarbage + "]\n" + strGarbage);
-    table.Load();
-    EXPECT_EQ(table.GetChatFontSize(), CFontSetting::kDefaultChatFontSize);
-}
-
 TEST_F(FontSettingTest, FontFoldersOverrideTheConfiguredFiles)
 {
     WriteFile("ini/FontSetting.ini", kOrderedSettings);
@@ -133,32 +87,19 @@ TEST_F(FontSettingTest, DefaultFontFromTheFirstFilledSectionAfterTheHead)
     }
 }
 
-TEST_F(FontSettingTest, ReadsTheSettingsInTheirOrderThroughTheRawSlots)
+// Slot 16 returns the name as a shared copy, built in the caller's storage
+// given after the object, and its address is the result.
+TEST_F(FontSettingTest, TheDefaultFontNameComesBackInTheCallersStorage)
 {
-    WriteFile("ini/FontSetting.ini", std::string("; font settings\r\n") + kOrderedSettings);
-    WriteFile("Font/Tip/tip.ttf", "");
     WriteFile("ini/Font.ini", "[List]\nA=1\n[Font]\nFace=SimHei\nSize=16\n");
     CFontSetting table;
-    CallSlot<void>(&table, 1);  // Load
-    EXPECT_STREQ(CallSlot<const char*>(&table, 7), "");
-    EXPECT_STREQ(CallSlot<const char*>(&table, 8), "Font/simsun.ttf");
-    EXPECT_STREQ(CallSlot<const char*>(&table, 9), "Font/Tip/tip.ttf");
-    // Numbers and colours come back in the same 32-bit register.
-    const std::pair<int, uint32_t> kNumbers[] = {{10, 1}, {11, 0xFF404040u}, {12, 14}, {13, 0},
-                                                 {14, 2}, {15, 0x80102030u}, {17, 16}};
-    for (const auto& c : kNumbers) EXPECT_EQ(CallSlot<uint32_t>(&table, c.first), c.second) << "slot " << c.first;
-    EXPECT_EQ(table.GetLoadedAmount(), 7u);
-    EXPECT_EQ(LogEntryCount(), 0);
-    // The name comes back as a shared copy, built in the caller's storage
-    // given after the object, and its address is the result.
+    table.Load();
     alignas(CZelString) unsigned char storage[sizeof(CZelString)];
     CZelString* pName = CallSlot<CZelString*>(&table, 16, reinterpret_cast<CZelString*>(storage));
     ASSERT_EQ(static_cast<void*>(pName), static_cast<void*>(storage));
     EXPECT_STREQ(*pName, "SimHei");
     EXPECT_EQ(pName->GetData(), DefaultFontName(table).GetData());
     pName->~CZelString();
-    CallSlot<void>(&table, 2);  // Clear
-    EXPECT_STREQ(CallSlot<const char*>(&table, 9), "");
 }
 
 }  // namespace

@@ -23,7 +23,6 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <functional>
@@ -31,38 +30,14 @@
 #include <thread>
 
 #include "ClientData/Catalogue.h"
-#include "ClientData/ClientDataMgr.h"
-#include "Support/TestSupport.h"
+#include "Support/TableSupport.h"
 #include "ZelGameBase/Platform/Platform.h"
 #include "ZelGameBase/ZelGameBase.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-#define HOSTILE_HEAP_FROM_ASAN 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define HOSTILE_HEAP_FROM_ASAN 1
-#endif
-#endif
-#if defined(HOSTILE_HEAP_FROM_ASAN)
-extern "C" std::size_t __sanitizer_get_current_allocated_bytes();
-#else
-#include <malloc.h>
-#endif
 
 namespace {
 
 namespace fs = std::filesystem;
 using Clock = std::chrono::steady_clock;
-
-std::size_t HeapInUse()
-{
-#if defined(HOSTILE_HEAP_FROM_ASAN)
-    return __sanitizer_get_current_allocated_bytes();
-#else
-    const struct mallinfo2 info = mallinfo2();
-    return info.uordblks + info.hblkhd;
-#endif
-}
 
 long ResidentKiB(pid_t pid)
 {
@@ -75,10 +50,8 @@ long ResidentKiB(pid_t pid)
 int OpenDescriptors()
 {
     int nCount = 0;
-    for (const auto& entry : fs::directory_iterator("/proc/self/fd")) {
-        (void)entry;
+    for (auto it = fs::directory_iterator("/proc/self/fd"); it != fs::directory_iterator(); ++it)
         ++nCount;
-    }
     return nCount - 1;  // the iterator's own
 }
 
@@ -120,8 +93,7 @@ ChildRun RunInChild(const std::function<std::string()>& fn, int nSeconds, long n
     int nStatus = 0;
     struct rusage usage {};
     while (wait4(pid, &nStatus, WNOHANG, &usage) == 0) {
-        const double dSeconds = std::chrono::duration<double>(Clock::now() - tStart).count();
-        if (dSeconds > nSeconds)
+        if (std::chrono::duration<double>(Clock::now() - tStart).count() > nSeconds)
             run.strWhy = "still running after " + std::to_string(nSeconds) + " s";
         else if (ResidentKiB(pid) > nCeilingMiB * 1024)
             run.strWhy = "resident memory above " + std::to_string(nCeilingMiB) + " MiB";
@@ -146,18 +118,6 @@ ChildRun RunInChild(const std::function<std::string()>& fn, int nSeconds, long n
     return run;
 }
 
-// One "ItemType.dat" line: id, name, 52 numbers and the trailing text.
-std::string ItemLine(int nId, const std::string& strName)
-{
-    std::string strLine = std::to_string(nId) + " " + strName;
-    for (int nColumn = 2; nColumn <= 53; ++nColumn)
-        strLine += " " + std::to_string(nColumn);
-    return strLine + " text\n";
-}
-
-const char kCommonIni[] =
-    "[Playerface]\nMaleFaceAmount=3\nFemaleFaceAmount=4\n[EmblemAmount]\nEmblemAmount=5\n[Statuary]\n"
-    "LeaderScale=6\nLeaderMaxLife=7\nAssistantScale=8\nAssistantMaxLife=9\nSubLeaderScale=10\nSubLeaderMaxLife=11\n";
 const char kFontSetting[] =
     "GUIFontShadow=1\nGUIFontShadowColor=404040\nChatFont=chat.ttf\nChatFontSize=14\n"
     "Antialias=0\nTipFontShadow=1\nTipFontShadowColor=80404040\n";
@@ -173,19 +133,53 @@ std::string DefaultFontName(CFontSetting* pFont)
 
 // Something put in a data file's place.
 enum Intruder { FIFO, ZERO_DEVICE, RANDOM_DEVICE, FOLDER, SOCKET, UNREADABLE };
+const char* const kIntruderName[] = {"FIFO", "/dev/zero", "/dev/urandom", "folder", "socket", "unreadable file"};
 
-class HostileFilesTest : public DataFolderTest {
+void PutInPlace(const std::string& strPath, Intruder intruder)
+{
+    fs::remove_all(strPath);
+    switch (intruder) {
+        case FIFO:
+            ASSERT_EQ(mkfifo(strPath.c_str(), 0666), 0);
+            break;
+        case ZERO_DEVICE:
+        case RANDOM_DEVICE:
+            fs::create_symlink(intruder == ZERO_DEVICE ? "/dev/zero" : "/dev/urandom", strPath);
+            break;
+        case FOLDER:
+            fs::create_directories(strPath);
+            break;
+        case SOCKET: {
+            const int fd = socket(AF_UNIX, SOCK_STREAM, 0);
+            sockaddr_un address{};
+            address.sun_family = AF_UNIX;
+            std::snprintf(address.sun_path, sizeof(address.sun_path), "%s", strPath.c_str());
+            ASSERT_EQ(bind(fd, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
+            close(fd);
+            break;
+        }
+        case UNREADABLE:
+            std::ofstream(strPath) << "[1]\n";
+            fs::permissions(strPath, fs::perms::none);
+            break;
+    }
+}
+
+class HostileFilesTest : public ManagerTest {
 protected:
     void SetUp() override
     {
-        DataFolderTest::SetUp();
+        ManagerTest::SetUp();
         WriteFile("DeferList.dat", "ItemType.dat\n");
         WriteFile("ini/ItemType.dat", "Amount=2\n" + ItemLine(1001, "sword") + ItemLine(1002, "shield"));
         WriteFile("ini/Monster.dat", "[7]\nName=Wolf\n[8]\nName=Bear\n");
         WriteFile("ini/monsterspeak.ini", "[7]\nAttackAmount=1\nAttack0=Grr\n");
         WriteFile("ini/FontSetting.ini", kFontSetting);
         WriteFile("ini/Font.ini", kFontIni);
-        WriteFile("ini/Common.ini", kCommonIni);
+        WriteFile("ini/Common.ini",
+                  "[Playerface]\nMaleFaceAmount=3\nFemaleFaceAmount=4\n[EmblemAmount]\nEmblemAmount=5\n[Statuary]\n"
+                  "LeaderScale=6\nLeaderMaxLife=7\nAssistantScale=8\nAssistantMaxLife=9\nSubLeaderScale=10\n"
+                  "SubLeaderMaxLife=11\n");
         WriteFile("ini/ItemAddition.ini", "[1]\nLevel=2\n");
         WriteFile("ini/MagicTypeEx.ini", "[1]\nXpAddition=1\n");
         WriteFile("ini/NewNpc.ini", "[NpcType300]\nName=Guard\n");
@@ -196,17 +190,13 @@ protected:
     void TearDown() override
     {
         PlatformSetFileOpenHook(nullptr, nullptr);
-        DestroyClientDataMgr();
-        DataFolderTest::TearDown();
+        ManagerTest::TearDown();
     }
 
-    // The client's start-up sequence and the text resources.
-    static CClientDataMgr* StartUp()
+    // The client's start-up and the text resources.
+    static CClientDataMgr* StartUpWithTexts()
     {
-        auto* pMgr = static_cast<CClientDataMgr*>(QueryClientDataMgr());
-        pMgr->LoadDeferList();
-        pMgr->ReloadDeferred(false);
-        pMgr->ReloadDeferred(true);
+        CClientDataMgr* pMgr = StartUp();
         pMgr->LoadStrRes("str.ini");
         return pMgr;
     }
@@ -216,7 +206,7 @@ protected:
     std::string LoadOutcome()
     {
         fs::remove_all("debug");
-        CClientDataMgr* pMgr = StartUp();
+        CClientDataMgr* pMgr = StartUpWithTexts();
         std::string strOutcome = "records:";
         for (int nSlot = kFirstTableSlot; nSlot <= kLastTableSlot; ++nSlot)
             strOutcome += " " + std::to_string(pMgr->GetLoadedAmountBySlot(nSlot));
@@ -230,50 +220,6 @@ protected:
         strOutcome += "\nlog:\n" + LogText();
         DestroyClientDataMgr();
         return strOutcome;
-    }
-
-    static void PutInPlace(const std::string& strPath, Intruder intruder)
-    {
-        fs::remove_all(strPath);
-        switch (intruder) {
-            case FIFO:
-                ASSERT_EQ(mkfifo(strPath.c_str(), 0666), 0);
-                break;
-            case ZERO_DEVICE:
-                fs::create_symlink("/dev/zero", strPath);
-                break;
-            case RANDOM_DEVICE:
-                fs::create_symlink("/dev/urandom", strPath);
-                break;
-            case FOLDER:
-                fs::create_directories(strPath);
-                break;
-            case SOCKET: {
-                const int fd = socket(AF_UNIX, SOCK_STREAM, 0);
-                sockaddr_un address{};
-                address.sun_family = AF_UNIX;
-                std::snprintf(address.sun_path, sizeof(address.sun_path), "%s", strPath.c_str());
-                ASSERT_EQ(bind(fd, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
-                close(fd);
-                break;
-            }
-            case UNREADABLE:
-                std::ofstream(strPath) << "[1]\n";
-                fs::permissions(strPath, fs::perms::none);
-                break;
-        }
-    }
-
-    // A privileged process reads every file: the child drops to an ordinary
-    // user, and the folder lets that user write the debug log.
-    void RunAsOrdinaryUser()
-    {
-        if (geteuid() != 0)
-            return;
-        chmod(".", 0777);
-        for (const auto& entry : fs::recursive_directory_iterator("."))
-            if (!entry.is_symlink())
-                chmod(entry.path().c_str(), entry.is_directory() ? 0777 : 0666);
     }
 };
 
@@ -304,59 +250,39 @@ const char* const kDataFiles[] = {
     "ini/ItemAddition.ini",
 };
 
-TEST_F(HostileFilesTest, NoRegularFileLoadsAsAFileThatCannotBeRead)
+// A privileged process reads every file, so the children load as an
+// ordinary user, in a folder that lets that user write the debug log.
+TEST_F(HostileFilesTest, NothingButARegularFileLoadsAndTheRestLoadsAsAFileThatCannotBeRead)
 {
-    const struct {
-        Intruder intruder;
-        const char* szName;
-    } kIntruders[] = {
-        {FIFO, "FIFO"},     {ZERO_DEVICE, "/dev/zero"}, {RANDOM_DEVICE, "/dev/urandom"},
-        {FOLDER, "folder"}, {SOCKET, "socket"},
+    if (geteuid() == 0) {
+        chmod(".", 0777);
+        for (const auto& entry : fs::recursive_directory_iterator("."))
+            if (!entry.is_symlink())
+                chmod(entry.path().c_str(), entry.is_directory() ? 0777 : 0666);
+    }
+    const auto LoadAsUser = [this] {
+        if (geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0))
+            return std::string("could not drop privileges");
+        return LoadOutcome();
     };
     for (const char* szFile : kDataFiles) {
         const bool bExisted = fs::exists(szFile);
         const std::string strContent = ReadWholeFile(szFile);
         fs::remove(szFile);
-        const ChildRun missing = RunInChild([this] { return LoadOutcome(); }, 60);
+        const ChildRun missing = RunInChild(LoadAsUser, 60);
         ASSERT_TRUE(missing.bEnded) << szFile << ": " << missing.strWhy;
-        for (const auto& intruder : kIntruders) {
-            PutInPlace(szFile, intruder.intruder);
-            const ChildRun run = RunInChild([this] { return LoadOutcome(); }, 20, 1024);
-            EXPECT_TRUE(run.bEnded) << szFile << " as " << intruder.szName << ": " << run.strWhy;
-            EXPECT_EQ(run.strAnswer, missing.strAnswer) << szFile << " as " << intruder.szName;
+        ASSERT_EQ(missing.strAnswer.rfind("records:", 0), 0u) << missing.strAnswer;
+        for (const Intruder intruder : {FIFO, ZERO_DEVICE, RANDOM_DEVICE, FOLDER, SOCKET, UNREADABLE}) {
+            PutInPlace(szFile, intruder);
+            const ChildRun run = RunInChild(LoadAsUser, 20, 1024);
+            EXPECT_TRUE(run.bEnded) << szFile << " as " << kIntruderName[intruder] << ": " << run.strWhy;
+            EXPECT_EQ(run.strAnswer, missing.strAnswer) << szFile << " as " << kIntruderName[intruder];
         }
         fs::remove_all(szFile);
         if (bExisted)
             WriteFile(szFile, strContent);
     }
 }
-
-TEST_F(HostileFilesTest, PermissionDeniedLoadsAsAFileThatCannotBeRead)
-{
-    RunAsOrdinaryUser();
-    const auto LoadAsUser = [this] {
-        if (geteuid() == 0 && (setgid(65534) != 0 || setuid(65534) != 0))
-            return std::string("could not drop privileges");
-        return LoadOutcome();
-    };
-    for (const char* szFile : {"ini/Monster.dat", "str.ini", "ini/Font.ini", "ini/Common.ini", "DeferList.dat"}) {
-        const std::string strContent = ReadWholeFile(szFile);
-        fs::remove_all("debug");
-        fs::remove(szFile);
-        const ChildRun missing = RunInChild(LoadAsUser, 60);
-        PutInPlace(szFile, UNREADABLE);
-        fs::remove_all("debug");
-        const ChildRun denied = RunInChild(LoadAsUser, 60);
-        EXPECT_TRUE(missing.bEnded && denied.bEnded) << szFile << ": " << missing.strWhy << denied.strWhy;
-        EXPECT_EQ(denied.strAnswer, missing.strAnswer) << szFile;
-        EXPECT_NE(denied.strAnswer.find("records:"), std::string::npos) << denied.strAnswer;
-        fs::remove(szFile);
-        WriteFile(szFile, strContent);
-        fs::remove_all("debug");
-    }
-}
-
-// --- files that change between their open and their read -------------------
 
 struct FileChange {
     std::string strPath;
@@ -391,12 +317,12 @@ TEST_F(HostileFilesTest, FilesGrowingShrinkingOrVanishingAfterOpenAreReadAsOpene
     const struct {
         const char* szFile;
         std::function<std::string(CClientDataMgr*)> probe;
-        const char *szGrown, *szShrunk, *szVanished;
+        const char* szExpected[3];  // grown, shrunk, vanished
     } kCases[] = {
-        {"ini/ItemType.dat", Items, "2", "0", "2"},
-        {"ini/Monster.dat", Monsters, "2", "0", "2"},
-        {"str.ini", Texts, "one/two/", "one//", "one/two/"},
-        {"ini/Font.ini", Font, "SimSun 12", " 0", " 0"},
+        {"ini/ItemType.dat", Items, {"2", "0", "2"}},
+        {"ini/Monster.dat", Monsters, {"2", "0", "2"}},
+        {"str.ini", Texts, {"one/two/", "one//", "one/two/"}},
+        {"ini/Font.ini", Font, {"SimSun 12", " 0", " 0"}},
     };
     for (const auto& c : kCases) {
         const std::string strContent = ReadWholeFile(c.szFile);
@@ -407,14 +333,13 @@ TEST_F(HostileFilesTest, FilesGrowingShrinkingOrVanishingAfterOpenAreReadAsOpene
             [&] { fs::resize_file(c.szFile, c.szFile == std::string("str.ini") ? 8 : strContent.size() / 2); },
             [&] { fs::remove(c.szFile); },
         };
-        const char* const setExpected[] = {c.szGrown, c.szShrunk, c.szVanished};
         for (int i = 0; i < 3; ++i) {
             WriteFile(c.szFile, strContent);
             FileChange change{c.szFile, kChanges[i]};
             PlatformSetFileOpenHook(ChangeOnOpen, &change);
-            CClientDataMgr* pMgr = StartUp();
+            CClientDataMgr* pMgr = StartUpWithTexts();
             PlatformSetFileOpenHook(nullptr, nullptr);
-            EXPECT_EQ(c.probe(pMgr), setExpected[i]) << c.szFile << " change " << i;
+            EXPECT_EQ(c.probe(pMgr), c.szExpected[i]) << c.szFile << " change " << i;
             EXPECT_FALSE(change.change) << c.szFile << " was never opened";
             DestroyClientDataMgr();
         }
@@ -423,8 +348,6 @@ TEST_F(HostileFilesTest, FilesGrowingShrinkingOrVanishingAfterOpenAreReadAsOpene
     EXPECT_NE(LogText().find("error on open ItemType.dat."), std::string::npos);
     EXPECT_NE(LogText().find("error on open Monster.dat."), std::string::npos);
 }
-
-// --- files beyond 4 GiB -------------------------------------------------------
 
 TEST_F(HostileFilesTest, SparseFilesBeyondFourGiBKeepTheirSettings)
 {
@@ -456,7 +379,8 @@ TEST_F(HostileFilesTest, ADebugLogThatIsAFifoIsNotWritten)
     const ChildRun run = RunInChild(
         [] {
             const std::string strLong(500, 'x');
-            for (int i = 0; i < 1000; ++i) LogSave("entry %d %s", i, strLong.c_str());
+            for (int i = 0; i < 1000; ++i)
+                LogSave("entry %d %s", i, strLong.c_str());
             return std::string("logged");
         },
         20);
@@ -464,8 +388,6 @@ TEST_F(HostileFilesTest, ADebugLogThatIsAFifoIsNotWritten)
     EXPECT_TRUE(run.bEnded) << run.strWhy;
     EXPECT_EQ(run.strAnswer, "logged");
 }
-
-// --- long runs ------------------------------------------------------------------
 
 TEST_F(HostileFilesTest, CreateLoadDestroyCyclesKeepMemoryAndDescriptorsFlat)
 {
@@ -486,7 +408,7 @@ TEST_F(HostileFilesTest, CreateLoadDestroyCyclesKeepMemoryAndDescriptorsFlat)
         }
         if (i == nCycles / 2)
             setResident[1] = ResidentKiB(getpid());
-        CClientDataMgr* pMgr = StartUp();
+        CClientDataMgr* pMgr = StartUpWithTexts();
         ASSERT_EQ(pMgr->GetItemType()->GetLoadedAmount(), 2u) << i;
         DestroyClientDataMgr();
     }

@@ -8,34 +8,10 @@
 #include "ClientData/Catalogue.h"
 #include "ClientData/IClientDataMgr.h"
 #include "Support/BoundarySupport.h"
-#include "Support/TestSupport.h"
+#include "Support/TableSupport.h"
 #include "Support/VtableCall.h"
 
-static_assert(std::is_same_v<CatalogueSlot<11>::Class, CMagicData>);
-static_assert(std::is_same_v<CatalogueSlot<11>::Interface, IMagicData>);
-
 namespace {
-
-// A "MagicType.ini" line: 61 columns, numbers "0" and texts "-" unless given.
-std::string MagicLine(const std::map<int, std::string>& mapColumn)
-{
-    static const std::set<int> kTextColumns = {3, 38, 39, 40, 41, 42, 44, 45, 46, 47, 53};
-    std::string strLine;
-    for (int nColumn = 1; nColumn <= 61; ++nColumn) {
-        const auto it = mapColumn.find(nColumn);
-        strLine += it != mapColumn.end() ? it->second : kTextColumns.count(nColumn) ? "-" : "0";
-        strLine += nColumn < 61 ? (nColumn % 2 ? " " : "\t") : "\n";
-    }
-    return strLine;
-}
-
-std::string MagicLine(unsigned nType, unsigned nLevel, const std::map<int, std::string>& mapMore = {})
-{
-    std::map<int, std::string> mapColumn = mapMore;
-    mapColumn[1] = std::to_string(nType);
-    mapColumn[8] = std::to_string(nLevel);
-    return MagicLine(mapColumn);
-}
 
 // A learnable candidate: profession (column 18), learn flag (26), need level (27).
 std::string LearnLine(unsigned nType, unsigned nLevel, unsigned nProfession, unsigned nFlag, unsigned nNeedLevel)
@@ -61,7 +37,8 @@ protected:
         std::vector<int> setPosition;
         for (const MagicTypeInfo* pInfo : setInfo)
             for (int i = 0; i < table.GetAmount(); ++i)
-                if (table.GetMagicTypeByIndex(i) == pInfo) setPosition.push_back(i);
+                if (table.GetMagicTypeByIndex(i) == pInfo)
+                    setPosition.push_back(i);
         return setPosition;
     }
     // The file positions in a list, read through its amount and item slots.
@@ -74,131 +51,13 @@ protected:
     }
 };
 
-TEST_F(MagicDataTest, ColumnsLandInTheirFields)
-{
-    std::map<int, std::string> mapColumn;
-    for (int nColumn = 1; nColumn <= 61; ++nColumn) mapColumn[nColumn] = std::to_string(nColumn);
-    for (int nColumn : {3, 38, 39, 40, 41, 42, 44, 45, 46, 47, 53}) mapColumn[nColumn] = "t" + std::to_string(nColumn);
-    mapColumn[58] = "ff";  // hexadecimal
-    CMagicData table;
-    LoadFiles(table, MagicLine(mapColumn), "");
-    ASSERT_EQ(CallSlot<int>(&table, 7), 1);
-    const auto* pInfo = CallSlot<const MagicTypeInfo*>(&table, 8, 0);
-    ASSERT_NE(pInfo, nullptr);
-    const std::pair<uint32_t MagicTypeInfo::*, uint32_t> numbers[] = {
-        {&MagicTypeInfo::Type, 1},       {&MagicTypeInfo::Level, 8},      {&MagicTypeInfo::NeedProfession, 18},
-        {&MagicTypeInfo::LearnFlag, 26}, {&MagicTypeInfo::NeedLevel, 27}, {&MagicTypeInfo::SenderAction, 35},
-        {&MagicTypeInfo::Column43, 43},  {&MagicTypeInfo::Column52, 52},  {&MagicTypeInfo::Column58, 0xff},
-        {&MagicTypeInfo::Column61, 61},  {&MagicTypeInfo::SelfMask, 1},
-    };
-    for (const auto& number : numbers) EXPECT_EQ(pInfo->*number.first, number.second) << number.second;
-    EXPECT_EQ(std::string(pInfo->Name) + pInfo->Column42 + pInfo->Column44 + pInfo->Column53, "t3t42t44t53");
-    EXPECT_STREQ(pInfo->AppendDisc, "");  // no extra section: the fresh record's empty text
-    EXPECT_EQ(table.GetMagicTypeByIndex(1), nullptr);
-    EXPECT_EQ(table.GetMagicTypeByIndex(-1), nullptr);
-}
-
-TEST_F(MagicDataTest, ShortOddAndZeroLinesStillMakeRecords)
+TEST_F(MagicDataTest, AnExtraSectionForNoRecordIsLoggedWithItsLine)
 {
     CMagicData table;
-    LoadFiles(table,
-              MagicLine(1, 0, {{51, "0"}}) + MagicLine(2, 0, {{51, "7"}}) +
-                  "3 4 ThisNameIsFarTooLongForSixteen 5\n"  // short; the name is cut to 15 characters
-                  "abc 5 6\n"                               // the scan stops at once: all fields stay 0
-                  "9 -1 x 1 2 3 4 oops 9\n",                // stops at "oops"
-              "");
-    ASSERT_EQ(table.GetAmount(), 5);
-    EXPECT_STREQ(table.GetMagicTypeByIndex(2)->Name, "ThisNameIsFarTo");
-    // A missing column 51 counts as 0; "%u" wraps a sign.
-    const std::tuple<int, uint32_t MagicTypeInfo::*, uint32_t> kFields[] = {
-        {0, &MagicTypeInfo::Column51, 300}, {1, &MagicTypeInfo::Column51, 7}, {2, &MagicTypeInfo::Column4, 5},
-        {2, &MagicTypeInfo::Column51, 300}, {3, &MagicTypeInfo::Column2, 0},  {4, &MagicTypeInfo::Column2, 4294967295u},
-        {4, &MagicTypeInfo::Column7, 4},    {4, &MagicTypeInfo::Level, 0}};
-    for (const auto& [nIndex, pField, nValue] : kFields)
-        EXPECT_EQ(table.GetMagicTypeByIndex(nIndex)->*pField, nValue) << nIndex << " " << nValue;
-}
-
-TEST_F(MagicDataTest, BlankLineEndsTheFile)
-{
-    for (const char* szBlank : {"\n", "  \t \r\n"}) {
-        CMagicData table;
-        LoadFiles(table, MagicLine(1, 1) + MagicLine(2, 1) + szBlank + MagicLine(3, 1), "");
-        EXPECT_EQ(table.GetAmount(), 2);
-        EXPECT_EQ(table.GetMagicType(3, 1), nullptr);
-    }
-}
-
-TEST_F(MagicDataTest, FirstRecordInFileOrderAnswersAndTakesTheExtraSection)
-{
-    CMagicData table;
-    LoadFiles(table, MagicLine(5, 1, {{2, "11"}}) + MagicLine(5, 2) + MagicLine(5, 1, {{2, "22"}}),
-              "[501]\nSelfMask=0\nAppendDisc=" + std::string(200, 'a') + "\n");
-    const auto* pFirst = CallSlot<const MagicTypeInfo*>(&table, 10, uint32_t{5}, uint32_t{1});
-    ASSERT_EQ(pFirst, table.GetMagicTypeByIndex(0));
-    EXPECT_EQ(pFirst->SelfMask, 0u);
-    EXPECT_EQ(std::string(pFirst->AppendDisc), std::string(127, 'a'));
-    EXPECT_EQ(table.GetMagicTypeByIndex(2)->SelfMask, 1u);  // the later twin is untouched
-    EXPECT_STREQ(table.GetMagicTypeByIndex(2)->AppendDisc, "");
-    EXPECT_EQ(table.GetMagicType(5, 3), nullptr);
-
-    MagicTypeInfo copy;
-    std::memset(&copy, 0xAB, sizeof(copy));
-    EXPECT_EQ(CallSlot<int>(&table, 9, uint32_t{5}, 9, &copy), 0);
-    EXPECT_EQ(reinterpret_cast<const unsigned char*>(&copy)[100], 0xAB);  // a miss leaves the buffer alone
-    EXPECT_EQ(CallSlot<int>(&table, 9, uint32_t{5}, 1, &copy), 1);
-    EXPECT_EQ(std::memcmp(&copy, pFirst, sizeof(copy)), 0);
-}
-
-TEST_F(MagicDataTest, ExtraSectionsAddressTypeTimesHundredPlusLevel)
-{
-    CMagicData table;
-    LoadFiles(table, MagicLine(12, 5) + MagicLine(0, 5) + MagicLine(0, 0) + MagicLine(1, 100),
-              "[1205]\nCheckMask=3\nIntoneEffect=spark\nSecondSenderEffect=flash\n"
-              "[5]\nTypeMask=4\n"
-              "[1205]\nTargetMask=6\n"  // keys it lacks fall back to their defaults
-              "[10100]\nTypeMask=1\n"   // level 100 cannot be addressed: type 101, level 0
-              "[walk]\nEquipPos=8\n");  // not a number: type 0, level 0
-    const MagicTypeInfo* pInfo = table.GetMagicType(12, 5);
-    ASSERT_NE(pInfo, nullptr);
-    EXPECT_EQ(std::tie(pInfo->CheckMask, pInfo->TargetMask, pInfo->SelfMask), std::make_tuple(0u, 6u, 1u));
-    EXPECT_EQ(std::string(pInfo->IntoneEffect) + "|" + pInfo->AppendDisc + "|" + pInfo->SecondSenderEffect,
-              "|NULL|NULL");
-    EXPECT_EQ(table.GetMagicType(0, 5)->TypeMask, 4u);
-    EXPECT_EQ(table.GetMagicType(0, 0)->EquipPos, 8u);
-    EXPECT_EQ(table.GetMagicType(1, 100)->TypeMask, 0u);
-    EXPECT_STREQ(table.GetMagicType(1, 100)->AppendDisc, "");  // no section reached it
+    LoadFiles(table, MagicLine(1, 2), "[102]\nTypeMask=1\n[103]\nTypeMask=2\n");
     EXPECT_EQ(LogEntryCount(), 1);
-    EXPECT_NE(LogText().find(ZEL_STAR "ASSERT(FALSE) in 227 line of ClientData\\MagicData" ZEL_STAR),
+    EXPECT_NE(LogText().find(ZEL_STAR "ASSERT(FALSE) in 227 line of ClientData\\MagicData" ZEL_STAR " -- "),
               std::string::npos);
-}
-
-TEST_F(MagicDataTest, MissingFilesAreLoggedAndGarbageNeverBreaksTheLoad)
-{
-    CMagicData table;
-    EXPECT_EQ(table.GetMagicType(0, 0), nullptr);
-    EXPECT_EQ(table.FindFirstLearnable(0), nullptr);
-    EXPECT_EQ(table.IsIntoneAction(0, false, false), 0);
-    table.BuildFilePath();
-    table.Load();
-    EXPECT_NE(LogText().find("file: ini/MagicType.ini is not exist."), std::string::npos);
-    EXPECT_NE(LogText().find("error on open ini/MagicTypeEx.ini."), std::string::npos);
-    EXPECT_EQ(LogEntryCount(), 2);
-    EXPECT_EQ(table.GetAmount(), 0);
-
-    // Garbage never breaks the load.
-    std::string strGarbage = std::string(10000, '7') + "\n" + MagicLine(1, 1, {{3, std::string(5000, 'n')}});
-    for (int i = 0; i < 30000; ++i)
-        strGarbage += static_cast<char>((i * 7919 + 13) % 256 == 10 ? 'z' : (i * 7919 + 13) % 256);
-    std::string strExtra = "[" + std::string(3000, '1') + "]\nAppendDisc=" + std::string(5000, 'd') +
-                           "\n[-2147483648]\n[abc]\nSelfMask=-1\n[";
-    for (int i = 0; i < 30000; ++i) strExtra += static_cast<char>((i * 104729u + 7) % 256);
-    LoadFiles(table, strGarbage, strExtra);
-    EXPECT_GT(table.GetAmount(), 1);
-    table.Load();
-    CClientArray<const MagicTypeInfo*> setInfo;
-    table.CollectLearnable(0, 4294967295u, &setInfo);
-    table.BuildLevelRangeList(4294967295u, 0, 0);
-    table.IsIntoneAction(0, false, true);
 }
 
 TEST_F(MagicDataTest, AlternativeMainFileBringsTheAlternativeExtraFile)
@@ -218,33 +77,6 @@ TEST_F(MagicDataTest, AlternativeMainFileBringsTheAlternativeExtraFile)
     pTable->Load();
     ASSERT_NE(pTable->GetMagicType(3, 2), nullptr);
     EXPECT_EQ(pTable->GetMagicType(3, 2)->XpAddition, 9u);
-}
-
-TEST_F(MagicDataTest, IntoneActionsAreAsymmetricOnPurposeAndActionSetsSkipZero)
-{
-    CMagicData table;
-    // Record 2 names no intone action: its zero fields match action 0.
-    LoadFiles(table, MagicLine(1, 1, {{35, "100"}}) + MagicLine(2, 1, {{35, "4294967295"}}),
-              "[101]\nIntoneActionEx1=10\nMountIntoneAction2=20\nFlyIntoneAction3=30\nTargetAction=200\n"
-              "IntoneActionEx2=11\nIntoneActionEx3=12\nMountIntoneAction1=21\nMountIntoneAction3=22\n"
-              "FlyIntoneAction1=31\nFlyIntoneAction2=32\n[201]\nFlyTargetAction=300\n");
-    const struct {
-        int nAction;
-        bool bMounted, bFlying;
-        int nResult;
-    } cases[] = {
-        {10, false, false, 1}, {10, true, false, 0},  {10, false, true, 1},  {10, true, true, 0},
-        {20, true, false, 1},  {20, false, false, 0}, {20, false, true, 0},  {30, false, true, 1},
-        {30, false, false, 0}, {30, true, true, 0},   {13, false, false, 0}, {0, false, false, 1},
-    };
-    for (const auto& c : cases)
-        EXPECT_EQ(CallSlot<int>(&table, 11, c.nAction, c.bMounted, c.bFlying), c.nResult)
-            << c.nAction << " " << c.bMounted << c.bFlying;
-
-    const std::pair<int, int> senders[] = {{100, 1}, {-1, 1}, {0, 0}, {200, 0}};
-    for (const auto& c : senders) EXPECT_EQ(CallSlot<int>(&table, 14, c.first), c.second) << c.first;
-    const std::pair<int, int> targets[] = {{200, 1}, {300, 1}, {0, 0}, {100, 0}};
-    for (const auto& c : targets) EXPECT_EQ(CallSlot<int>(&table, 15, c.first), c.second) << c.first;
 }
 
 class MagicLearnTest : public MagicDataTest {

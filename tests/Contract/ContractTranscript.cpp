@@ -76,14 +76,8 @@ std::string Escaped(const char* szText, std::size_t nMax = static_cast<std::size
 
 void* Table(void* pMgr, int nSlot) { return reinterpret_cast<void*>(CallSlot(pMgr, nSlot)); }
 
-template <class T>
-T ReadField(const unsigned char* pRecord, int nOffset)
-{
-    T value;
-    std::memcpy(&value, pRecord + nOffset, sizeof(T));
-    return value;
-}
-
+// A record's fields in declaration order, each scalar at its natural
+// alignment; both targets are little-endian.
 std::string FormatRecord(const unsigned char* pRecord, const RecordLayout& layout)
 {
     static const int kScalarSize[] = {1, 1, 2, 2, 4, 4, 8, 1};
@@ -91,46 +85,21 @@ std::string FormatRecord(const unsigned char* pRecord, const RecordLayout& layou
     int nOffset = 0;
     for (int i = 0; i < layout.nFieldAmount; ++i) {
         const RecordField& field = layout.pField[i];
-        const int nAlign = kScalarSize[field.type];
-        nOffset = (nOffset + nAlign - 1) / nAlign * nAlign;
-        char szValue[32] = "";
-        switch (field.type) {
-            case FIELD_I8:
-                std::snprintf(szValue, sizeof(szValue), "%d", ReadField<int8_t>(pRecord, nOffset));
-                break;
-            case FIELD_U8:
-                std::snprintf(szValue, sizeof(szValue), "%u", ReadField<uint8_t>(pRecord, nOffset));
-                break;
-            case FIELD_I16:
-                std::snprintf(szValue, sizeof(szValue), "%d", ReadField<int16_t>(pRecord, nOffset));
-                break;
-            case FIELD_U16:
-                std::snprintf(szValue, sizeof(szValue), "%u", ReadField<uint16_t>(pRecord, nOffset));
-                break;
-            case FIELD_I32:
-                std::snprintf(szValue, sizeof(szValue), "%ld", static_cast<long>(ReadField<int32_t>(pRecord, nOffset)));
-                break;
-            case FIELD_U32:
-                std::snprintf(szValue, sizeof(szValue), "%lu",
-                              static_cast<unsigned long>(ReadField<uint32_t>(pRecord, nOffset)));
-                break;
-            case FIELD_I64:
-                std::snprintf(szValue, sizeof(szValue), "%lld",
-                              static_cast<long long>(ReadField<int64_t>(pRecord, nOffset)));
-                break;
-            case FIELD_TEXT:
-                break;
-        }
-        strOut += i == 0 ? "" : ", ";
-        strOut += field.szName;
-        strOut += "=";
+        const int nSize = kScalarSize[field.type];
+        nOffset = (nOffset + nSize - 1) / nSize * nSize;
+        strOut += std::string(i == 0 ? "" : ", ") + field.szName + "=";
         if (field.type == FIELD_TEXT) {
             strOut += Escaped(reinterpret_cast<const char*>(pRecord + nOffset), static_cast<std::size_t>(field.nSize));
             nOffset += field.nSize;
-        } else {
-            strOut += szValue;
-            nOffset += kScalarSize[field.type];
+            continue;
         }
+        uint64_t nBits = 0;
+        std::memcpy(&nBits, pRecord + nOffset, static_cast<std::size_t>(nSize));
+        const int nShift = 64 - 8 * nSize;
+        const bool bSigned = field.type == FIELD_I8 || field.type == FIELD_I16 || field.type == FIELD_I32;
+        strOut += bSigned ? std::to_string(static_cast<long long>(nBits << nShift) >> nShift)
+                          : std::to_string(static_cast<long long>(nBits));
+        nOffset += nSize;
     }
     return strOut + "}";
 }
@@ -234,7 +203,8 @@ void ChangeVersion(void* pMgr, VersionQueryFn fn, const char* szName)
     const bool bSet = reinterpret_cast<VersionQueryFn>(CallSlot(pMgr, kGetVersionQuery)) == fn;
     CallSlot(pMgr, kReloadDeferred, true);
     Print("version callback %s (%s), deferred tables reloaded\n", szName, bSet ? "installed" : "NOT installed");
-    for (int i = 0; i < kVersionDumpSlotAmount; ++i) DumpGenericTable(pMgr, kVersionDumpSlots[i]);
+    for (int i = 0; i < kVersionDumpSlotAmount; ++i)
+        DumpGenericTable(pMgr, kVersionDumpSlots[i]);
 }
 
 // Today's debug log, each entry's " -- <ctime>" stamp and the CR of a text-mode
@@ -253,7 +223,8 @@ void PrintDebugLog()
     char szLine[2048];
     while (std::fgets(szLine, sizeof(szLine), pLog) != nullptr) {
         std::string strLine = szLine;
-        while (!strLine.empty() && (strLine.back() == '\n' || strLine.back() == '\r')) strLine.pop_back();
+        while (!strLine.empty() && (strLine.back() == '\n' || strLine.back() == '\r'))
+            strLine.pop_back();
         if (strLine.size() >= kStamp && strLine.compare(strLine.size() - kStamp, 4, " -- ") == 0)
             strLine.resize(strLine.size() - kStamp);
         Print("  %s\n", Escaped(strLine.c_str()).c_str());
@@ -283,8 +254,10 @@ int Run(CContractLibrary& library)
     CheckAccessors(pMgr);
     PrintDeferMarks(pMgr);
 
-    for (int i = 0; i < kQueryLineAmount; ++i) AskLine(pMgr, kQueryLines[i]);
-    for (int i = 0; i < kGenericDumpSlotAmount; ++i) DumpGenericTable(pMgr, kGenericDumpSlots[i]);
+    for (int i = 0; i < kQueryLineAmount; ++i)
+        AskLine(pMgr, kQueryLines[i]);
+    for (int i = 0; i < kGenericDumpSlotAmount; ++i)
+        DumpGenericTable(pMgr, kGenericDumpSlots[i]);
 
     ChangeVersion(pMgr, AnswerVersion200, "200");
     ChangeVersion(pMgr, AnswerVersion100, "100");

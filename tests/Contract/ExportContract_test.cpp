@@ -111,12 +111,13 @@ TEST_F(ExportContractTest, AccessorSlotsReachTheirTables)
         EXPECT_EQ(Table(pMgr, nSlot), Table(pMgr, nSlot)) << "slot " << nSlot;
 }
 
-TEST_F(ExportContractTest, StartUpLoadsCommonIniThroughItsSlots)
+TEST_F(ExportContractTest, StartUpTextResourcesAndDestructionThroughTheSlots)
 {
     WriteFile("ini/Common.ini",
               "[Playerface]\nMaleFaceAmount=12\nFemaleFaceAmount=10\n[EmblemAmount]\nEmblemAmount=40\n"
               "[Statuary]\nLeaderScale=120\nLeaderMaxLife=5000\nAssistantScale=110\nAssistantMaxLife=3000\n"
               "SubLeaderScale=105\nSubLeaderMaxLife=2000\n");
+    WriteFile("text.ini", "12=a=b\n;5=no\n5=\n");
     void* pMgr = m_pfnQuery();
     CallSlot<void>(pMgr, kLoadDeferList);
     CallSlot<void>(pMgr, kReloadDeferred, false);
@@ -125,6 +126,21 @@ TEST_F(ExportContractTest, StartUpLoadsCommonIniThroughItsSlots)
     const int kExpected[9] = {12, 10, 120, 110, 105, 5000, 3000, 2000, 40};
     for (int i = 0; i < 9; ++i)
         EXPECT_EQ(CallSlot<int>(pCommon, 7 + i), kExpected[i]) << "slot " << 7 + i;
+
+    CallSlot<void>(pMgr, kLoadStrRes, "text.ini");
+    EXPECT_STREQ(CallSlot<const char*>(pMgr, kGetStrRes, 12u), "a=b");
+    EXPECT_STREQ(CallSlot<const char*>(pMgr, kGetStrRes, 5u), "");
+    EXPECT_STREQ(CallSlot<const char*>(pMgr, kGetStrRes, 99u), "");
+
+    // DestroyClientDataMgr goes through slot 0; afterwards a fresh manager
+    // is built on demand.
+    CallSlot<void*>(pMgr, kClearAll);
+    m_pfnDestroy();
+    void* pFresh = m_pfnQuery();
+    ASSERT_NE(pFresh, nullptr);
+    CallSlot<void>(pFresh, kLoadAll);
+    EXPECT_STREQ(CallSlot<const char*>(pFresh, kGetStrRes, 12u), "");
+    EXPECT_EQ(CallSlot<int>(Table(pFresh, 151), 7), 12);
 }
 
 TEST_F(ExportContractTest, VersionDependentTablesFollowTheCallback)
@@ -150,29 +166,6 @@ TEST_F(ExportContractTest, VersionDependentTablesFollowTheCallback)
     void* pSeal = Table(pMgr, 205);
     EXPECT_EQ(CallSlot<int>(pSeal, 7), 1);
     EXPECT_EQ(CallSlot<int>(pSeal, 8, 7u), 0);
-}
-
-TEST_F(ExportContractTest, TextResourcesThroughSlotsOneAndTwo)
-{
-    WriteFile("text.ini", "12=a=b\n;5=no\n5=\n");
-    void* pMgr = m_pfnQuery();
-    CallSlot<void>(pMgr, kLoadStrRes, "text.ini");
-    EXPECT_STREQ(CallSlot<const char*>(pMgr, kGetStrRes, 12u), "a=b");
-    EXPECT_STREQ(CallSlot<const char*>(pMgr, kGetStrRes, 5u), "");
-    EXPECT_STREQ(CallSlot<const char*>(pMgr, kGetStrRes, 99u), "");
-}
-
-TEST_F(ExportContractTest, SlotZeroDestroysTheManager)
-{
-    void* pMgr = m_pfnQuery();
-    CallSlot<void*>(pMgr, kClearAll);
-    // DestroyClientDataMgr goes through slot 0; afterwards a fresh manager
-    // is built on demand.
-    m_pfnDestroy();
-    void* pFresh = m_pfnQuery();
-    ASSERT_NE(pFresh, nullptr);
-    CallSlot<void>(pFresh, kLoadAll);
-    EXPECT_STREQ(CallSlot<const char*>(pFresh, kGetStrRes, 1u), "");
 }
 
 }  // namespace

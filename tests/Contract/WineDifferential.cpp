@@ -53,56 +53,52 @@ struct ProfileCase {
     const char* szSection;
     const char* szKey;
     int nDefault;
-    // Where Wine's reader is known to part from Windows' (our emulation
-    // follows Windows): reported, not failed.
-    bool bKnownWineDifference;
 };
 
-const ProfileCase kProfileCases[] = {
-    {"[S]\nK=42\n", "S", "K", 7, false},
-    {"[Sec]\nKey=5\n", "sEC", "kEY", 7, false},
-    {"  [S]  \n  K  =  7  \n", "S", "K", 1, false},
-    {"[S]\nK=-5\n", "S", "K", 0, false},
-    {"[S]\nK=+5\n", "S", "K", 0, false},
-    {"[S]\nK=0x1f\n", "S", "K", 0, false},
-    {"[S]\nK=0o17\n", "S", "K", 0, false},
-    {"[S]\nK=0b101\n", "S", "K", 0, false},
-    {"[S]\nK=12abc\n", "S", "K", 0, false},
-    {"[S]\nK=abc\n", "S", "K", 9, false},
-    {"[S]\nK=\n", "S", "K", 9, false},
-    {"[S]\nK\n", "S", "K", 9, false},
-    {"[S]\nA=1\n", "S", "K", 9, false},
-    {"[T]\nK=1\n", "S", "K", 9, false},
-    {"[S]\nK=1\nK=2\n", "S", "K", 9, false},
-    {"[S]\nA=1\n[S]\nK=2\n", "S", "K", 9, false},
-    {"[S]\nK=\"15\"\n", "S", "K", 0, false},
-    {"[S]\nK='16'\n", "S", "K", 0, false},
-    {"[S]\nK=4294967296\n", "S", "K", 0, false},
-    {"[S]\nK=99999999999\n", "S", "K", 0, false},
-    {"[S]\nK=4294967295\n", "S", "K", 0, false},
-    {"[S]\rK=3\r", "S", "K", 0, false},
-    {"[S]\r\nK=4\r\n", "S", "K", 0, false},
-    {"[S]\n;K=5\nK=6\n", "S", "K", 0, false},
-    {"[S]\nK=\t8\t\n", "S", "K", 0, false},
-    {"[S]\nK=1 2\n", "S", "K", 0, false},
-    {"[S]\nK=- 5\n", "S", "K", 3, false},
-    {"[S]\nK=--5\n", "S", "K", 3, false},
-    {"[S]\nK=2\n", "S", "K", -1, false},
-    {"[S]\nA=2\n", "S", "K", -1, false},
-    {"[A]\nK=1\n[S]\nK=2\n[B]\nK=3\n", "S", "K", 0, false},
-    {"[S]K=5\nK=6\n", "S", "K", 0, false},
-    {"[S] ; note\nK=7\n", "S", "K", 0, false},
-    {"[S]\nK =  \"\" \n", "S", "K", 4, false},
-    {"[S]\nK=0x\n", "S", "K", 4, false},
-    {"[S]\nK=007\n", "S", "K", 0, false},
-    {"[S]\nK=-0x10\n", "S", "K", 0, false},
-    // Known ways in which Wine's reader differs from Windows'.
-    {"[S]\nK=0X1F\n", "S", "K", 0, true},
-    {"[S]\nK=000000000000000000000000000012\n", "S", "K", 0, true},
-    {"K=5\n[S]\nA=1\n", "", "K", 0, true},
-    {"[S]x]\nK=5\n", "S", "K", 0, true},
-    {"[S]\n;K=5\n", "S", ";K", 0, true},
-};
+const ProfileCase kProfileCases[] = {{"[S]\nK=42\n", "S", "K", 7},
+                                     {"[Sec]\nKey=5\n", "sEC", "kEY", 7},
+                                     {"  [S]  \n  K  =  7  \n", "S", "K", 1},
+                                     {"[S]\nK=-5\n", "S", "K", 0},
+                                     {"[S]\nK=+5\n", "S", "K", 0},
+                                     {"[S]\nK=0x1f\n", "S", "K", 0},
+                                     {"[S]\nK=0o17\n", "S", "K", 0},
+                                     {"[S]\nK=0b101\n", "S", "K", 0},
+                                     {"[S]\nK=12abc\n", "S", "K", 0},
+                                     {"[S]\nK=abc\n", "S", "K", 9},
+                                     {"[S]\nK=\n", "S", "K", 9},
+                                     {"[S]\nK\n", "S", "K", 9},
+                                     {"[S]\nA=1\n", "S", "K", 9},
+                                     {"[T]\nK=1\n", "S", "K", 9},
+                                     {"[S]\nK=1\nK=2\n", "S", "K", 9},
+                                     {"[S]\nA=1\n[S]\nK=2\n", "S", "K", 9},
+                                     {"[S]\nK=\"15\"\n", "S", "K", 0},
+                                     {"[S]\nK='16'\n", "S", "K", 0},
+                                     {"[S]\nK=4294967296\n", "S", "K", 0},
+                                     {"[S]\nK=99999999999\n", "S", "K", 0},
+                                     {"[S]\nK=4294967295\n", "S", "K", 0},
+                                     {"[S]\rK=3\r", "S", "K", 0},
+                                     {"[S]\r\nK=4\r\n", "S", "K", 0},
+                                     {"[S]\n;K=5\nK=6\n", "S", "K", 0},
+                                     {"[S]\nK=\t8\t\n", "S", "K", 0},
+                                     {"[S]\nK=1 2\n", "S", "K", 0},
+                                     {"[S]\nK=- 5\n", "S", "K", 3},
+                                     {"[S]\nK=--5\n", "S", "K", 3},
+                                     {"[S]\nK=2\n", "S", "K", -1},
+                                     {"[S]\nA=2\n", "S", "K", -1},
+                                     {"[A]\nK=1\n[S]\nK=2\n[B]\nK=3\n", "S", "K", 0},
+                                     {"[S]K=5\nK=6\n", "S", "K", 0},
+                                     {"[S] ; note\nK=7\n", "S", "K", 0},
+                                     {"[S]\nK =  \"\" \n", "S", "K", 4},
+                                     {"[S]\nK=0x\n", "S", "K", 4},
+                                     {"[S]\nK=007\n", "S", "K", 0},
+                                     {"[S]\nK=-0x10\n", "S", "K", 0}};
+// Where Wine's reader is known to part from Windows' (our emulation follows
+// Windows): reported, not failed.
+const ProfileCase kWineProfileCases[] = {{"[S]\nK=0X1F\n", "S", "K", 0},
+                                         {"[S]\nK=000000000000000000000000000012\n", "S", "K", 0},
+                                         {"K=5\n[S]\nA=1\n", "", "K", 0},
+                                         {"[S]x]\nK=5\n", "S", "K", 0},
+                                         {"[S]\n;K=5\n", "S", ";K", 0}};
 
 std::string FullPath(const char* szName)
 {
@@ -111,27 +107,33 @@ std::string FullPath(const char* szName)
     return n > 0 && n < sizeof(szPath) ? std::string(szPath, n) : std::string(szName);
 }
 
+// One case: a file of its own (the system caches the last profile read).
+void CheckProfileCase(const ProfileCase& c, int nIndex, bool bKnownWineDifference)
+{
+    char szName[32];
+    std::snprintf(szName, sizeof(szName), "profile_%02d.ini", nIndex);
+    FILE* pFile = std::fopen(szName, "wb");
+    if (pFile == nullptr)
+        return;
+    std::fputs(c.szText, pFile);
+    std::fclose(pFile);
+    const std::string strPath = FullPath(szName);
+    const unsigned nSystem = GetPrivateProfileIntA(c.szSection, c.szKey, c.nDefault, strPath.c_str());
+    const unsigned nOurs = ProfileGetInt(c.szText, std::strlen(c.szText), c.szSection, c.szKey, c.nDefault);
+    char szWhat[160];
+    std::snprintf(szWhat, sizeof(szWhat), "profile %s [%s] %s: system %u, ours %u", szName, c.szSection, c.szKey,
+                  nSystem, nOurs);
+    Report(nSystem == nOurs, bKnownWineDifference, szWhat);
+    DeleteFileA(szName);
+}
+
 void CheckProfile()
 {
     int nIndex = 0;
-    for (const ProfileCase& c : kProfileCases) {
-        // A file of its own per case: the system caches the last profile read.
-        char szName[32];
-        std::snprintf(szName, sizeof(szName), "profile_%02d.ini", nIndex++);
-        FILE* pFile = std::fopen(szName, "wb");
-        if (pFile == nullptr)
-            continue;
-        std::fputs(c.szText, pFile);
-        std::fclose(pFile);
-        const std::string strPath = FullPath(szName);
-        const unsigned nSystem = GetPrivateProfileIntA(c.szSection, c.szKey, c.nDefault, strPath.c_str());
-        const unsigned nOurs = ProfileGetInt(c.szText, std::strlen(c.szText), c.szSection, c.szKey, c.nDefault);
-        char szWhat[160];
-        std::snprintf(szWhat, sizeof(szWhat), "profile %s [%s] %s: system %u, ours %u", szName, c.szSection, c.szKey,
-                      nSystem, nOurs);
-        Report(nSystem == nOurs, c.bKnownWineDifference, szWhat);
-        DeleteFileA(szName);
-    }
+    for (const ProfileCase& c : kProfileCases)
+        CheckProfileCase(c, nIndex++, false);
+    for (const ProfileCase& c : kWineProfileCases)
+        CheckProfileCase(c, nIndex++, true);
     // A file that does not exist gives the default.
     const unsigned nSystem = GetPrivateProfileIntA("S", "K", 444444, FullPath("no_such_profile.ini").c_str());
     Report(nSystem == 444444u, false, "profile of a missing file: system " + std::to_string(nSystem));
@@ -146,101 +148,73 @@ using SscanfFn = int(__cdecl*)(const char*, const char*, ...);
 bool IsWineScanEndCase(const char* szInput)
 {
     const char* p = szInput;
-    while (CrtIsSpace(static_cast<unsigned char>(*p))) ++p;
+    while (CrtIsSpace(static_cast<unsigned char>(*p)))
+        ++p;
     if (*p == '+' || *p == '-')
         ++p;
     return *p == '\0' && *szInput != '\0';
 }
 
-const char* const kScanInputs[] = {
-    "123",
-    "  -45",
-    "+7",
-    "2147483647",
-    "2147483648",
-    "-2147483648",
-    "-2147483649",
-    "4294967295",
-    "4294967296",
-    "99999999999",
-    "-99999999999",
-    "abc",
-    "",
-    "   ",
-    "0x1F",
-    "1f",
-    "FFFFFFFF",
-    "100000000",
-    "1e5",
-    "-",
-    "+",
-    "--1",
-    "0012",
-    "12 34",
-    "\t\n8",
-    "9223372036854775807",
-    "9223372036854775808",
-    "-9223372036854775808",
-    "-9223372036854775809",
-    "18446744073709551616",
-    "123456789012345678901234567890",
-};
+const char* const kScanInputs[] = {"123",
+                                   "  -45",
+                                   "+7",
+                                   "2147483647",
+                                   "2147483648",
+                                   "-2147483648",
+                                   "-2147483649",
+                                   "4294967295",
+                                   "4294967296",
+                                   "99999999999",
+                                   "-99999999999",
+                                   "abc",
+                                   "",
+                                   "   ",
+                                   "0x1F",
+                                   "1f",
+                                   "FFFFFFFF",
+                                   "100000000",
+                                   "1e5",
+                                   "-",
+                                   "+",
+                                   "--1",
+                                   "0012",
+                                   "12 34",
+                                   "\t\n8",
+                                   "9223372036854775807",
+                                   "9223372036854775808",
+                                   "-9223372036854775808",
+                                   "-9223372036854775809",
+                                   "18446744073709551616",
+                                   "123456789012345678901234567890"};
 
 std::string Quoted(const char* sz) { return std::string("\"") + sz + "\""; }
+
+// One conversion of szInput by the system's sscanf and by ours: the result,
+// the value and the characters used must agree.
+template <class T>
+void CheckScanOne(SscanfFn pfnSscanf, const char* szInput, const char* szConversion,
+                  ScanResult (*pfnOurs)(const char*&, T*), bool bShowUsed)
+{
+    T nSystem = 0, nOurs = 0;
+    int nUsedSystem = 0;
+    const int nRetSystem = pfnSscanf(szInput, (std::string(szConversion) + "%n").c_str(), &nSystem, &nUsedSystem);
+    const char* p = szInput;
+    const int nRetOurs = pfnOurs(p, &nOurs);
+    const bool bAgree = nRetSystem == nRetOurs && (nRetOurs != 1 || (nSystem == nOurs && nUsedSystem == p - szInput));
+    Report(bAgree, IsWineScanEndCase(szInput),
+           std::string(szConversion) + " of " + Quoted(szInput) + ": system " + std::to_string(nRetSystem) + "/" +
+               std::to_string(nSystem) + (bShowUsed ? "/" + std::to_string(nUsedSystem) : "") + ", ours " +
+               std::to_string(nRetOurs) + "/" + std::to_string(nOurs) +
+               (bShowUsed ? "/" + std::to_string(p - szInput) : ""));
+}
 
 void CheckScan(SscanfFn pfnSscanf)
 {
     for (const char* szInput : kScanInputs) {
-        const bool bWineEnd = IsWineScanEndCase(szInput);
-        {
-            int32_t nSystem = 0, nOurs = 0;
-            int nUsedSystem = 0;
-            const int nRetSystem = pfnSscanf(szInput, "%d%n", &nSystem, &nUsedSystem);
-            const char* p = szInput;
-            const int nRetOurs = CrtScanInt32(p, &nOurs);
-            const bool bAgree =
-                nRetSystem == nRetOurs && (nRetOurs != 1 || (nSystem == nOurs && nUsedSystem == p - szInput));
-            Report(bAgree, bWineEnd,
-                   "%d of " + Quoted(szInput) + ": system " + std::to_string(nRetSystem) + "/" +
-                       std::to_string(nSystem) + "/" + std::to_string(nUsedSystem) + ", ours " +
-                       std::to_string(nRetOurs) + "/" + std::to_string(nOurs) + "/" + std::to_string(p - szInput));
-        }
-        {
-            uint32_t nSystem = 0, nOurs = 0;
-            int nUsedSystem = 0;
-            const int nRetSystem = pfnSscanf(szInput, "%u%n", &nSystem, &nUsedSystem);
-            const char* p = szInput;
-            const int nRetOurs = CrtScanUInt32(p, &nOurs);
-            const bool bAgree =
-                nRetSystem == nRetOurs && (nRetOurs != 1 || (nSystem == nOurs && nUsedSystem == p - szInput));
-            Report(bAgree, bWineEnd,
-                   "%u of " + Quoted(szInput) + ": system " + std::to_string(nRetSystem) + "/" +
-                       std::to_string(nSystem) + ", ours " + std::to_string(nRetOurs) + "/" + std::to_string(nOurs));
-        }
-        {
-            uint32_t nSystem = 0, nOurs = 0;
-            int nUsedSystem = 0;
-            const int nRetSystem = pfnSscanf(szInput, "%x%n", &nSystem, &nUsedSystem);
-            const char* p = szInput;
-            const int nRetOurs = CrtScanHex32(p, &nOurs);
-            const bool bAgree =
-                nRetSystem == nRetOurs && (nRetOurs != 1 || (nSystem == nOurs && nUsedSystem == p - szInput));
-            Report(bAgree, bWineEnd,
-                   "%x of " + Quoted(szInput) + ": system " + std::to_string(nRetSystem) + "/" +
-                       std::to_string(nSystem) + ", ours " + std::to_string(nRetOurs) + "/" + std::to_string(nOurs));
-        }
-        {
-            int64_t nSystem = 0, nOurs = 0;
-            int nUsedSystem = 0;
-            const int nRetSystem = pfnSscanf(szInput, "%I64d%n", &nSystem, &nUsedSystem);
-            const char* p = szInput;
-            const int nRetOurs = CrtScanInt64(p, &nOurs);
-            const bool bAgree =
-                nRetSystem == nRetOurs && (nRetOurs != 1 || (nSystem == nOurs && nUsedSystem == p - szInput));
-            Report(bAgree, bWineEnd,
-                   "%I64d of " + Quoted(szInput) + ": system " + std::to_string(nRetSystem) + "/" +
-                       std::to_string(nSystem) + ", ours " + std::to_string(nRetOurs) + "/" + std::to_string(nOurs));
-        }
+        CheckScanOne<int32_t>(pfnSscanf, szInput, "%d", CrtScanInt32, true);
+        CheckScanOne<uint32_t>(pfnSscanf, szInput, "%u", CrtScanUInt32, false);
+        CheckScanOne<uint32_t>(pfnSscanf, szInput, "%x", CrtScanHex32, false);
+        CheckScanOne<int64_t>(pfnSscanf, szInput, "%I64d", CrtScanInt64, false);
     }
 }
 

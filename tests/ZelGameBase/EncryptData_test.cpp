@@ -47,9 +47,10 @@ TEST(EncryptDataBufferTest, KeyComesFromTheRuntimeRandAndBytesRotateByPosition)
     EXPECT_EQ(setByte, (std::vector<unsigned char>{0x29, 0x01 ^ 0x23, 0x05 ^ 0xBE}));
 }
 
-TEST_F(EncryptDataTest, ScrambledFileLoadsAndReadsLineByLine)
+TEST_F(EncryptDataTest, ScrambledFileLoadsAndReadsLineByLineWithinItsBounds)
 {
     WriteFile("plain.txt", "first line\r\nsecond\nlast without feed");
+    WriteFile("empty.bin", "");
     CEncryptData writer(77);
     ASSERT_TRUE(writer.EncryptFile("plain.txt"));
     ASSERT_EQ(ReadWholeFile("plain.txt.encrypt").size(), 36u);
@@ -58,41 +59,28 @@ TEST_F(EncryptDataTest, ScrambledFileLoadsAndReadsLineByLine)
     CEncryptData reader(77);
     ASSERT_TRUE(reader.Load("plain.txt.encrypt"));
     EXPECT_EQ(reader.GetSize(), 36);
-    char szLine[64];
+    char szLine[64] = "ZZZZZZZ";
+    EXPECT_EQ(reader.ReadLine(szLine, 4), 4);
+    EXPECT_STREQ(szLine, "firsZZZ");  // only nSize bytes touched
+    EXPECT_EQ(reader.ReadLine(szLine, -3), 0);
     std::vector<std::string> setLine;
-    int nCount;
-    while ((nCount = reader.ReadLine(szLine, sizeof(szLine) - 1)) > 0)
+    for (int nCount; (nCount = reader.ReadLine(szLine, sizeof(szLine) - 1)) > 0;)
         setLine.emplace_back(szLine, static_cast<std::size_t>(nCount));
-    EXPECT_EQ(setLine, (std::vector<std::string>{"first line\r\n", "second\n", "last without feed"}));
+    EXPECT_EQ(setLine, (std::vector<std::string>{"t line\r\n", "second\n", "last without feed"}));
 
     // Another seed gives other bytes, not the text.
     CEncryptData stranger(78);
     ASSERT_TRUE(stranger.Load("plain.txt.encrypt"));
     EXPECT_NE(std::string(reinterpret_cast<const char*>(stranger.GetBuffer()), 36),
               "first line\r\nsecond\nlast without feed");
-}
-
-TEST_F(EncryptDataTest, ReadLineBoundsAndLoadFailures)
-{
-    WriteFile("plain.txt", "abcdef\nxy");
-    WriteFile("empty.bin", "");
-    CEncryptData data(5);
-    ASSERT_TRUE(data.EncryptFile("plain.txt"));
-    ASSERT_TRUE(data.Load("plain.txt.encrypt"));
-    char szOut[8] = "ZZZZZZZ";
-    EXPECT_EQ(data.ReadLine(szOut, 4), 4);
-    EXPECT_STREQ(szOut, "abcdZZZ");  // only nSize bytes touched
-    EXPECT_EQ(data.ReadLine(szOut, -3), 0);
-    EXPECT_EQ(data.ReadLine(szOut, 8), 3);
-    EXPECT_STREQ(szOut, "ef\n");
 
     // A failed load empties the object; an empty file loads empty.
-    EXPECT_FALSE(data.Load("missing.bin"));
-    EXPECT_EQ(data.ReadLine(szOut, 8), 0);
-    EXPECT_FALSE(data.Load(nullptr));
-    EXPECT_FALSE(data.EncryptFile("missing.bin"));
-    EXPECT_TRUE(data.Load("empty.bin"));
-    EXPECT_EQ(data.ReadLine(szOut, 8), 0);
+    EXPECT_FALSE(reader.Load("missing.bin"));
+    EXPECT_EQ(reader.ReadLine(szLine, 8), 0);
+    EXPECT_FALSE(reader.Load(nullptr));
+    EXPECT_FALSE(reader.EncryptFile("missing.bin"));
+    EXPECT_TRUE(reader.Load("empty.bin"));
+    EXPECT_EQ(reader.ReadLine(szLine, 8), 0);
 }
 
 TEST_F(EncryptDataTest, StringKeeps255CharactersAndRejects256)
@@ -135,10 +123,12 @@ TEST_F(EncryptDataTest, StringIsHeldScrambledAndGetsRotate)
 
     // Plain copies rotate over four buffers.
     std::vector<const char*> setGot;
-    for (int i = 0; i < 5; ++i) setGot.push_back(text.Get());
+    for (int i = 0; i < 5; ++i)
+        setGot.push_back(text.Get());
     EXPECT_EQ(std::set<const char*>(setGot.begin(), setGot.begin() + 4).size(), 4u);
     EXPECT_EQ(setGot[4], setGot[0]);
-    for (const char* szGot : setGot) EXPECT_STREQ(szGot, szName);
+    for (const char* szGot : setGot)
+        EXPECT_STREQ(szGot, szName);
 }
 
 }  // namespace

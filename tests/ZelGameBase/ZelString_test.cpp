@@ -1,6 +1,5 @@
 #include "ZelGameBase/ZelString.h"
 
-#include <cctype>
 #include <cstring>
 #include <string>
 #include <thread>
@@ -29,11 +28,8 @@ protected:
         const std::string strLog = LogText();
         int nCount = 0;
         for (std::size_t nAt = strLog.find(strHead); nAt != std::string::npos; nAt = strLog.find(strHead, nAt + 1)) {
-            std::size_t nEnd = nAt + strHead.size();
-            const std::size_t nDigits = nEnd;
-            while (nEnd < strLog.size() && std::isdigit(static_cast<unsigned char>(strLog[nEnd])))
-                ++nEnd;
-            nCount += nEnd > nDigits && strLog.compare(nEnd, strTail.size(), strTail) == 0;
+            const std::size_t nEnd = strLog.find_first_not_of("0123456789", nAt + strHead.size());
+            nCount += nEnd > nAt + strHead.size() && strLog.compare(nEnd, strTail.size(), strTail) == 0;
         }
         return nCount;
     }
@@ -41,27 +37,16 @@ protected:
 
 int Refs(const CZelString& s) { return s.GetData()->nRefs; }
 
-TEST_F(ZelStringTest, EmptyStringsShareTheStaticBlockAndTouchNoCounter)
+TEST_F(ZelStringTest, CopiesShareTheExactBlockUntilOneIsWrittenAndTheEmptyBlockIsNeverCounted)
 {
     CZelString strEmpty;
-    EXPECT_EQ(strEmpty.GetData()->nAllocLength, 0);
-    {
-        CZelString strAssigned;
-        strAssigned = strEmpty;
-        for (const CZelString& s :
-             {CZelString(static_cast<const char*>(nullptr)), CZelString(""), strEmpty, strAssigned})
-            EXPECT_EQ(s.GetData(), strEmpty.GetData());
-    }
-    EXPECT_EQ(Refs(strEmpty), -1);
-    const CZelStringData* pEmpty = strEmpty.GetData();
+    for (const CZelString& s : {CZelString(static_cast<const char*>(nullptr)), CZelString(""), CZelString(strEmpty),
+                                CZelString() + "", CZelString("x").Mid(1, 0)})
+        EXPECT_EQ(s.GetData(), strEmpty.GetData());
     strEmpty += "";
     strEmpty.Format("");
-    EXPECT_EQ(strEmpty.GetData(), pEmpty);
-    EXPECT_EQ(LogEntryCount(), 0);
-}
+    EXPECT_EQ(std::make_pair(Refs(strEmpty), strEmpty.GetData()->nAllocLength), std::make_pair(-1, 0));
 
-TEST_F(ZelStringTest, CopiesShareTheExactBlockUntilOneIsWritten)
-{
     CZelString strSource("abc");
     EXPECT_EQ(strSource.GetData()->nAllocLength, 3);
     EXPECT_EQ(static_cast<const void*>(strSource.GetData()->data()), static_cast<const void*>(strSource));
@@ -73,20 +58,31 @@ TEST_F(ZelStringTest, CopiesShareTheExactBlockUntilOneIsWritten)
     strAssigned = strCopy;
     EXPECT_EQ(strAssigned.GetData(), strSource.GetData());
     EXPECT_EQ(Refs(strSource), 3);
-
     strCopy.SetAt(0, 'X');
     EXPECT_STREQ(strCopy, "Xbc");
-    EXPECT_STREQ(strSource, "abc");
-    EXPECT_EQ(Refs(strSource), 2);
-    EXPECT_EQ(Refs(strCopy), 1);
+    EXPECT_EQ(std::make_pair(Refs(strSource), Refs(strCopy)), std::make_pair(2, 1));
     strAssigned += "d";
     EXPECT_STREQ(strSource, "abc");
     EXPECT_EQ(Refs(strSource), 1);
     EXPECT_EQ(strSource.GetBuffer(0), static_cast<const char*>(strSource));  // private already: no copy
+
+    // Appending a string to itself, and assigning or formatting a text that
+    // lies inside the string.
+    CZelString s("ab");
+    s += s;
+    s += 'c';
+    s += CZelString("d");
+    s += static_cast<const char*>(nullptr);
+    EXPECT_STREQ(s, "ababcd");
+    EXPECT_STREQ("x" + CZelString("y") + "z", "xyz");
+    s = static_cast<const char*>(s) + 2;
+    EXPECT_STREQ(s, "abcd");
+    s.Format("%s-%s", static_cast<const char*>(s), static_cast<const char*>(s));
+    EXPECT_STREQ(s, "abcd-abcd");
     EXPECT_EQ(LogEntryCount(), 0);
 }
 
-TEST_F(ZelStringTest, LockedBufferIsCopiedNotShared)
+TEST_F(ZelStringTest, LockedBuffersAreCopiedNotSharedAndReleasedBuffersKeepTheirLength)
 {
     CZelString strLocked("abc");
     char* pBuffer = strLocked.LockBuffer();
@@ -96,10 +92,8 @@ TEST_F(ZelStringTest, LockedBufferIsCopiedNotShared)
     strAssigned = strLocked;
     pBuffer[0] = 'X';
     strCopy.SetAt(1, 'Y');
-    EXPECT_STREQ(strLocked, "Xbc");
-    EXPECT_STREQ(strCopy, "aYc");
-    EXPECT_STREQ(strAssigned, "abc");
-
+    EXPECT_EQ(std::string(strLocked) + static_cast<const char*>(strCopy) + static_cast<const char*>(strAssigned),
+              "XbcaYcabc");
     // Assigning into a locked string copies into its buffer and keeps the lock.
     strLocked = strAssigned;
     EXPECT_EQ(strLocked.GetData()->data(), pBuffer);
@@ -107,59 +101,33 @@ TEST_F(ZelStringTest, LockedBufferIsCopiedNotShared)
     strLocked.UnlockBuffer();
     CZelString strShared(strLocked);
     EXPECT_EQ(strShared.GetData(), strLocked.GetData());
-
-    // Unlocking a block that is not locked is a failed check; sharing survives.
-    strShared.UnlockBuffer();
+    strShared.UnlockBuffer();  // not locked: a failed check, the sharing survives
     EXPECT_EQ(Refs(strLocked), 2);
+    EXPECT_EQ(CheckCount("GetData()->nRefs == -1"), 1);
     // Locking the empty string leaves the static block as it is.
     CZelString strEmpty;
     EXPECT_STREQ(strEmpty.LockBuffer(), "");
     strEmpty.UnlockBuffer();
     EXPECT_EQ(Refs(strEmpty), -1);
-    EXPECT_EQ(CheckCount("GetData()->nRefs == -1"), 1);
-}
 
-TEST_F(ZelStringTest, BufferReserveAndRelease)
-{
     CZelString s("ab");
-    const CZelString strShared(s);
-    char* pBuffer = s.GetBuffer(10);
+    const CZelString strKept(s);
+    pBuffer = s.GetBuffer(10);
     EXPECT_EQ(s.GetData()->nAllocLength, 10);
     std::strcpy(pBuffer, "abcdefgh");
     s.ReleaseBuffer();
     s += "ij";  // fits: in place
     EXPECT_EQ(static_cast<const char*>(s), pBuffer);
-    EXPECT_STREQ(s, "abcdefghij");
-    EXPECT_STREQ(strShared, "ab");
-
+    EXPECT_EQ(std::string(s) + "|" + static_cast<const char*>(strKept), "abcdefghij|ab");
     s.ReleaseBuffer(3);
     EXPECT_STREQ(s, "abc");
     s.ReleaseBuffer(11);
-    EXPECT_EQ(CheckCount("nNewLength <= GetData()->nAllocLength"), 1);
-    EXPECT_EQ(s.GetLength(), 10);
+    EXPECT_EQ(std::make_pair(CheckCount("nNewLength <= GetData()->nAllocLength"), s.GetLength()),
+              std::make_pair(1, 10));
     s.ReleaseBuffer(-5);
-    EXPECT_EQ(CheckCount("nNewLength >= 0"), 1);
-    EXPECT_EQ(s.GetLength(), 0);
+    EXPECT_EQ(std::make_pair(CheckCount("nNewLength >= 0"), s.GetLength()), std::make_pair(1, 0));
     s.GetBuffer(-1);
     EXPECT_EQ(CheckCount("nMinBufLength >= 0"), 1);
-}
-
-TEST_F(ZelStringTest, ConcatenationAndSelfReferences)
-{
-    CZelString s("ab");
-    s += s;
-    s += 'c';
-    s += CZelString("d");
-    s += static_cast<const char*>(nullptr);
-    EXPECT_STREQ(s, "ababcd");
-    EXPECT_STREQ("x" + CZelString("y") + "z", "xyz");
-    EXPECT_STREQ(CZelString("x") + CZelString(), "x");
-    EXPECT_EQ((CZelString() + "").GetData()->nRefs, -1);
-    s = static_cast<const char*>(s) + 2;  // a text inside the string itself
-    EXPECT_STREQ(s, "abcd");
-    s.Format("%s-%s", static_cast<const char*>(s), static_cast<const char*>(s));
-    EXPECT_STREQ(s, "abcd-abcd");
-    EXPECT_EQ(LogEntryCount(), 0);
 }
 
 TEST_F(ZelStringTest, IndexAndRangeChecksWriteTheirLineAndGoOn)
@@ -190,40 +158,23 @@ TEST_F(ZelStringTest, IndexAndRangeChecksWriteTheirLineAndGoOn)
 
 TEST_F(ZelStringTest, SearchesStepOverDoubleByteCharacters)
 {
-    // 0xB0 0x5C is one GBK character whose second byte is a backslash.
-    const CZelString s(
-        "\xB0\x5C"
-        "a\\b\xC4\xE3");
+    // "\xB0\\" is one GBK character whose second byte is a backslash.
+    const CZelString s("\xB0\\a\\b\xC4\xE3");
     const struct {
         const char* szSought;
         int nFind, nFindOneOf;
     } kCases[] = {
-        {"\\", 3, 3},
-        {"\\b", 3, 3},
-        {"\x5C"
-         "a",
-         -1, 2},  // the trail byte and "a" are no pair
-        {"\xB0\x5C", 0, 0},
-        {"\xC4\xE3", 5, 5},
-        {"\xE3", -1, -1},
-        {"", 0, -1},
-        {"zz", -1, -1},
+        {"\\", 3, 3},     {"\\b", 3, 3},      {"\\a", -1, 2},  // the trail byte and "a" are no pair
+        {"\xB0\\", 0, 0}, {"\xC4\xE3", 5, 5}, {"\xE3", -1, -1}, {"", 0, -1}, {"zz", -1, -1},
     };
     for (const auto& c : kCases) {
         EXPECT_EQ(s.Find(c.szSought), c.nFind) << c.szSought;
         EXPECT_EQ(s.FindOneOf(c.szSought), c.nFindOneOf) << c.szSought;
     }
-    EXPECT_STREQ(s.SpanIncluding("\xB0\x5C"
-                                 "a"),
-                 "\xB0\x5C"
-                 "a");
+    EXPECT_STREQ(s.SpanIncluding("\xB0\\a"), "\xB0\\a");
     EXPECT_STREQ(s.SpanIncluding("\\a"), "");
-    EXPECT_STREQ(s.SpanExcluding("\\"),
-                 "\xB0\x5C"
-                 "a");
-    EXPECT_STREQ(s.SpanExcluding("\xC4\xE3"),
-                 "\xB0\x5C"
-                 "a\\b");
+    EXPECT_STREQ(s.SpanExcluding("\\"), "\xB0\\a");
+    EXPECT_STREQ(s.SpanExcluding("\xC4\xE3"), "\xB0\\a\\b");
     EXPECT_EQ(LogEntryCount(), 0);
     EXPECT_EQ(s.Find(nullptr), -1);
     EXPECT_EQ(s.FindOneOf(nullptr), -1);
@@ -277,9 +228,17 @@ TEST_F(ZelStringTest, FormatMeasuresBeforeWriting)
         EXPECT_EQ(s.GetLength(), static_cast<int>(std::strlen(c.szText))) << c.szText;
     }
     EXPECT_EQ(LogEntryCount(), 0);
+    // A result of 1024 characters or more is kept, and logged.
+    CZelString s;
+    s.Format("%s", std::string(1023, 'a').c_str());
+    EXPECT_EQ(LogEntryCount(), 0);
+    s.Format("%s!", std::string(1023, 'a').c_str());
+    EXPECT_EQ(s.GetLength(), 1024);
+    EXPECT_EQ(LogEntryCount(), 1);
+    EXPECT_NE(LogText().find("GetLength() >= 1024;aaaa"), std::string::npos);
 }
 
-TEST_F(ZelStringTest, FormatChecks)
+TEST_F(ZelStringTest, FormatChecksWriteTheirLineAndTheOutputEndsAtABadConversion)
 {
     CZelString s("abc");
     FormatThrough(s, "%y%d", 5);
@@ -290,7 +249,6 @@ TEST_F(ZelStringTest, FormatChecks)
     FormatThrough(s, "%.*s", -1, "ab");
     EXPECT_STREQ(s, "ab");
     EXPECT_EQ(CheckCount("nPrecision >= 0"), 1);
-    // The output ends before a conversion that is not one.
     FormatThrough(s, "abc%");
     EXPECT_STREQ(s, "abc");
     FormatThrough(s, "a%*y%s", 3, "b");
@@ -299,18 +257,6 @@ TEST_F(ZelStringTest, FormatChecks)
     FormatThrough(s, nullptr);
     EXPECT_EQ(CheckCount("CZelString::IsValidString(lpszFormat)"), 1);
     EXPECT_STREQ(s, "");
-}
-
-TEST_F(ZelStringTest, LongResultsAreKeptAndLoggedFrom1024)
-{
-    CZelString s;
-    s.Format("%s", std::string(1023, 'a').c_str());
-    EXPECT_EQ(s.GetLength(), 1023);
-    EXPECT_EQ(LogEntryCount(), 0);
-    s.Format("%s!", std::string(1023, 'a').c_str());
-    EXPECT_EQ(s.GetLength(), 1024);
-    EXPECT_EQ(LogEntryCount(), 1);
-    EXPECT_NE(LogText().find("GetLength() >= 1024;aaaa"), std::string::npos);
 }
 
 TEST_F(ZelStringTest, ThreadsCopyAndDestroySharedBlocks)

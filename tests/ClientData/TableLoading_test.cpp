@@ -1,0 +1,132 @@
+// How tables load: which path each reads, what a second Load does with what
+// is held, when the action types are read, and the lines a table logs of its
+// own faults.
+#include <cstdio>
+
+#include "Support/TableSupport.h"
+#include "ZelGameBase/ZelGameBase.h"
+
+namespace {
+
+using TableLoadingTest = RegistryFolderTest<TableRegistry>;
+
+// Npc.ini is read from its fixed path whatever the base built; NewNpc.ini
+// and Monster.dat only from the built path.
+TEST_F(TableLoadingTest, EachTableReadsItsOwnPath)
+{
+    WriteFile("ini/Npc.ini", "[NpcType5]\nName=Fixed\n");
+    WriteFile("ini/NewNpc.ini", "[NpcType9]\n");
+    WriteFile("ini/Monster.dat", "[5]\nName=A\n");
+    CNpcTypeInfoTable npc;
+    CNpcTypeInfoExTable newNpc;
+    CMonsterTypeTable monster;
+    npc.SetDefer();
+    npc.BuildFilePath();  // no name: "ini/"
+    for (CDataTable* pTable :
+         {static_cast<CDataTable*>(&npc), static_cast<CDataTable*>(&newNpc), static_cast<CDataTable*>(&monster)})
+        pTable->Load();
+    EXPECT_NE(npc.GetNpcType(5), nullptr);
+    EXPECT_EQ(newNpc.GetNpcType(9), nullptr);
+    EXPECT_EQ(monster.GetMonsterType(5), nullptr);
+    newNpc.BuildFilePath();
+    monster.BuildFilePath();
+    newNpc.Load();
+    monster.Load();
+    EXPECT_NE(newNpc.GetNpcType(9), nullptr);
+    EXPECT_NE(monster.GetMonsterType(5), nullptr);
+}
+
+TEST_F(TableLoadingTest, ASecondLoadOfItemTypesOrSoundEventsAddsToWhatIsHeld)
+{
+    CItemTypeTable items;
+    items.BuildFilePath();
+    WriteFile("ini/ItemType.dat",
+              "Amount=3\n" + ItemLine(5, "first", 100) + ItemLine(5, "second") + ItemLine(6, "six"));
+    items.Load();
+    WriteFile("ini/ItemType.dat", "Amount=2\n" + ItemLine(6, "newsix") + ItemLine(8, "eight"));
+    items.Load();  // only new ids are added
+    EXPECT_EQ(std::string(items.GetItemName(5)) + items.GetItemName(6) + items.GetItemName(8), "firstsixeight");
+    EXPECT_EQ(items.GetIndexedValue(5, 1), 137u);
+    EXPECT_EQ(items.GetLoadedAmount(), 3u);
+
+    CSoundEvent sounds;
+    WriteFile("ini/SoundEvent.ini", "1 a.wav\n2 b.wav\n");
+    sounds.Load();
+    WriteFile("ini/SoundEvent.ini", "2 c.wav\n3 d.wav\n");
+    sounds.Load();
+    std::remove("ini/SoundEvent.ini");
+    sounds.Load();  // a missing file keeps what is held
+    EXPECT_EQ(std::string(sounds.GetSoundEventText(1)) + sounds.GetSoundEventText(2) + sounds.GetSoundEventText(3),
+              "a.wavc.wavd.wav");
+    EXPECT_STREQ(TableFileName(sounds).c_str(), "");  // a fixed path: nothing to resolve
+
+    // The action values start again from nothing.
+    CActionValueData values;
+    WriteFile("ini/Action.dat", "5101 7\n");
+    values.Load();
+    WriteFile("ini/Action.dat", "1 2\n");
+    values.Load();
+    EXPECT_EQ(values.GetActionValue(5101), 33);
+}
+
+TEST_F(TableLoadingTest, ActionTypesLoadOnTheFirstQueryOnlyAndNeverRetryAMissingFile)
+{
+    CActionTypeData table;
+    EXPECT_EQ(ActionNameList().size(), static_cast<std::size_t>(kActionNameAmount));  // constructed, nothing read
+    WriteFile("ini/ActionType.ini", "11 _ACTION_DANCE1\n");
+    EXPECT_EQ(table.GetMonsterActionType(0), 0);  // the first query of either kind loads both
+    EXPECT_EQ(table.GetActionType(0), 11);
+    EXPECT_EQ(LogEntryCount(), 1);
+    WriteFile("ini/ActionType.ini", "22 _ACTION_DANCE1\n");
+    WriteFile("ini/MonsterActionType.ini", "33 _ACTION_DANCE1\n");
+    table.Load();  // already loaded: nothing happens
+    EXPECT_EQ(std::make_pair(table.GetActionType(0), table.GetMonsterActionType(0)), std::make_pair(11, 0));
+    EXPECT_EQ(LogEntryCount(), 1);
+    table.Clear();  // forgets the load, so the next query reads again
+    EXPECT_EQ(std::make_pair(table.GetActionType(0), table.GetMonsterActionType(0)), std::make_pair(22, 33));
+}
+
+TEST_F(TableLoadingTest, TheActionNameListLivesAsLongAsItsTable)
+{
+    {
+        CActionTypeData table;
+    }
+    EXPECT_TRUE(ActionNameList().empty());
+}
+
+TEST_F(TableLoadingTest, CommonSettingsLogEachMissingValueWithItsLine)
+{
+    WriteFile("ini/Common.ini", "[Playerface]\nMaleFaceAmount=3\n[Statuary]\nLeaderScale = 7\n");
+    CCommonIni table;
+    table.Load();
+    const std::string strLog = LogText();
+    EXPECT_EQ(LogEntryCount(), 7);
+    EXPECT_NE(strLog.find(ZEL_STAR "ASSERT(::IniDataGet(szIniFile, szTitle, szSubtitle, m_nFemaleFaceAmount)) in 23 "
+                                   "line of ClientData\\CommonIni" ZEL_STAR " -- Mon Mar 07 14:05:09 2011\n"),
+              std::string::npos);
+    EXPECT_NE(strLog.find("m_nEmblemAmount)) in 27 line"), std::string::npos);
+    EXPECT_NE(strLog.find("m_nSubLeaderMaxLife)) in 41 line"), std::string::npos);
+    // "LeaderScale = 7" is found without a value: no assertion.
+    EXPECT_EQ(strLog.find("m_nLeaderScale"), std::string::npos);
+    // The readers' own misses go to the debugger, not the log.
+    EXPECT_NE(DebugText().find("Error: [Playerface] FemaleFaceAmount not found in ini/Common.ini.\n"),
+              std::string::npos);
+    std::remove("ini/Common.ini");  // a missing file logs all nine
+    table.Load();
+    EXPECT_EQ(LogEntryCount(), 7 + 9);
+}
+
+TEST_F(TableLoadingTest, AFailedAllocationLogsEachNpcTablesUnitAndLine)
+{
+    NpcTypeAllocFailLog(CNpcTypeInfoTable::GetFormat());
+    NpcTypeAllocFailLog(CNpcTypeInfoExTable::GetFormat());
+    const std::string strLog = LogText();
+    EXPECT_NE(strLog.find(ZEL_STAR "ASSERT(pInfo) in 31 line of ClientData\\NpcTypeInfo" ZEL_STAR " -- "),
+              std::string::npos)
+        << strLog;
+    EXPECT_NE(strLog.find(ZEL_STAR "ASSERT(pInfo) in 34 line of ClientData\\NpcTypeInfoEx" ZEL_STAR " -- "),
+              std::string::npos)
+        << strLog;
+}
+
+}  // namespace
