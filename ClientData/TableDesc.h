@@ -49,7 +49,8 @@ struct TableDesc {
     // "Major Minor"; "" when a record shows no key of its own.
     const char* szKey;
     // Every record a lookup can answer, with its key, in the table's order:
-    // one that a first-wins or last-wins rule shadows is left out.
+    // one that a first-wins or last-wins rule shadows is left out (a generic
+    // table lists every record: its slots reach each one by index).
     void (*pfnForEach)(CDataTable& table, RecordSinkFn fn, void* pContext);
     // The record the table's own query answers for the key; null on a miss.
     const void* (*pfnFind)(CDataTable& table, const RecordKey& key);

@@ -162,12 +162,14 @@ TEST_F(RecordDescTest, TablesReportTheirOwnRulesWithFileAndLine)
          {{2, "unknown-name"}, {1, "duplicate-name"}}},
         {"ini/ActionCtrl.ini", "[5]\nSection=9\n[5]\n", {{1, "segment-count"}, {3, "duplicate-id"}}},
         {"ini/Action.dat", "x 1\n5 1\n5 2\n", {{1, "bad-key"}, {3, "duplicate-id"}}},
+        {"DeferList.dat", "Nobody.ini\nNpc.ini\nitemtype.DAT\n", {{1, "defer-unknown"}, {2, "defer-fixed-path"}}},
     };
     for (const auto& c : kCases) {
         WriteFile(c.szPath, c.szText);
         CFindings findings;
         {
             CClientDataMgr* pMgr = static_cast<CClientDataMgr*>(QueryClientDataMgr());
+            pMgr->LoadDeferList();
             pMgr->ReloadDeferred(false);
         }
         DestroyClientDataMgr();
