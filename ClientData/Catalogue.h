@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <string>
 #include <type_traits>
+#include <vector>
 
 #include "ClientData/CatalogueTables.h"
 
@@ -86,18 +87,56 @@ constexpr const char* CatalogueFileOf()
     return CatalogueEntryOf(CatalogueSlotOf<T>()).szFile;
 }
 
-// Where a catalogue file lies in the standard data set (no alternative
-// version), with forward slashes and no leading "./": a bare name lies
-// under "ini/". For the tools and tests that write data folders.
-inline std::string CatalogueDataPath(const char* szFile)
+// The bare name of a catalogue file: what follows its last slash (either
+// style).
+constexpr const char* CatalogueBareName(const char* szFile)
 {
-    std::string strPath = szFile;
+    const char* szBare = szFile;
+    for (const char* p = szFile; *p != '\0'; ++p)
+        if (*p == '/' || *p == '\\')
+            szBare = p + 1;
+    return szBare;
+}
+
+// Whether a table reads its file from exactly the path the catalogue gives
+// (a name with a folder) rather than through BuildFilePath.
+constexpr bool CatalogueIsFixedPath(const char* szFile) { return CatalogueBareName(szFile) != szFile; }
+
+// Where the alternative data set keeps a catalogue file, by its bare name.
+inline std::string CatalogueAlternativePath(const char* szFile)
+{
+    return AlternativeFilePath(CatalogueBareName(szFile));
+}
+
+// A data path as a data folder writes it: forward slashes, no leading "./".
+inline std::string DataPathShown(std::string strPath)
+{
     for (char& c : strPath)
         if (c == '\\')
             c = '/';
-    if (strPath.rfind("./", 0) == 0)
+    while (strPath.rfind("./", 0) == 0)
         strPath.erase(0, 2);
+    return strPath;
+}
+
+// Where a catalogue file lies in the standard data set (no alternative
+// version), as a data folder writes it: a bare name lies under "ini/". For
+// the tools and tests that write data folders.
+inline std::string CatalogueDataPath(const char* szFile)
+{
+    const std::string strPath = DataPathShown(szFile);
     return strPath.find('/') == std::string::npos ? "ini/" + strPath : strPath;
+}
+
+// The files of a slot in the standard data set: its main file, then its
+// further files (not the folders).
+inline std::vector<std::string> CatalogueDataFilesOf(int nSlot)
+{
+    std::vector<std::string> setFile{CatalogueDataPath(CatalogueEntryOf(nSlot).szFile)};
+    for (int i = 0; const char* szExtra = CatalogueExtraOf(nSlot, i); ++i)
+        if (*CatalogueBareName(szExtra) != '\0')
+            setFile.push_back(CatalogueDataPath(szExtra));
+    return setFile;
 }
 
 // The order in which the manager constructs and lays out its tables (so the

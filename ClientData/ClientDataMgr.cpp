@@ -52,12 +52,9 @@ void ReportUnmatched(const std::vector<DeferEntry>& setEntry)
         if (entry.bMatched)
             continue;
         bool bFixed = false;
-        for (const CatalogueEntry& table : kCatalogue) {
-            const char* szBare = table.szFile;
-            for (const char* p = table.szFile; *p != '\0'; ++p)
-                szBare = *p == '/' || *p == '\\' ? p + 1 : szBare;
-            bFixed = bFixed || (szBare != table.szFile && LowerAscii(szBare) == entry.strName);
-        }
+        for (const CatalogueEntry& table : kCatalogue)
+            bFixed = bFixed || (CatalogueIsFixedPath(table.szFile) &&
+                                LowerAscii(CatalogueBareName(table.szFile)) == entry.strName);
         LoadFindingReport(kDeferList, entry.nLine, FINDING_WARNING, bFixed ? "defer-fixed-path" : "defer-unknown",
                           bFixed ? "%s is read from a fixed path and can never be version-dependent"
                                  : "%s names no table: nothing is marked",

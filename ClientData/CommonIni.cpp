@@ -63,11 +63,4 @@ void CCommonIni::Load()
     }
 }
 
-const TableDesc kCommonIniDesc = {&kCommonRecord,
-                                  TABLE_KEY_NONE,
-                                  "",
-                                  &SettingsEach<CCommonIni, &CCommonIni::Values>,
-                                  &SettingsFind<CCommonIni, &CCommonIni::Values>,
-                                  nullptr,
-                                  nullptr,
-                                  1};
+const TableDesc kCommonIniDesc = SettingsTableDesc<CCommonIni, &CCommonIni::Values>(kCommonRecord);

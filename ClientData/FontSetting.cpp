@@ -210,11 +210,4 @@ CZelString* CFontSetting::GetDefaultFontName(CZelString* pResult)
 }
 int CFontSetting::GetDefaultFontValue() { return m_values.m_nDefaultFontValue; }
 
-const TableDesc kFontSettingDesc = {&kFontRecord,
-                                    TABLE_KEY_NONE,
-                                    "",
-                                    &SettingsEach<CFontSetting, &CFontSetting::Values>,
-                                    &SettingsFind<CFontSetting, &CFontSetting::Values>,
-                                    nullptr,
-                                    nullptr,
-                                    1};
+const TableDesc kFontSettingDesc = SettingsTableDesc<CFontSetting, &CFontSetting::Values>(kFontRecord);

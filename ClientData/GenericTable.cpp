@@ -13,8 +13,6 @@
 
 namespace {
 
-bool HasFolder(const char* szFile) { return std::strpbrk(szFile, "/\\") != nullptr; }
-
 // A title holds a number when atoi reads at least one digit of it.
 bool TitleHoldsNumber(const char* szTitle)
 {
@@ -35,7 +33,7 @@ int CompareKeys(std::string_view a, std::string_view b)
 
 template <class Interface, IGenericTable::Kind K>
 CGenericTableOf<Interface, K>::CGenericTableOf(const CatalogueEntry& entry)
-    : m_szFixedPath(HasFolder(entry.szFile) ? entry.szFile : nullptr)
+    : m_szFixedPath(CatalogueIsFixedPath(entry.szFile) ? entry.szFile : nullptr)
 {
     if (m_szFixedPath == nullptr)
         this->m_strFileName = entry.szFile;

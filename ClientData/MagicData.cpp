@@ -155,8 +155,7 @@ std::string ExtraPathOf(const std::string& strMainPath)
     const char* szExtra = CatalogueExtraOf(CatalogueSlotOf<CMagicData>(), 0);
     if (strMainPath.find("_200") == std::string::npos)
         return szExtra;
-    const char* szSlash = std::strrchr(szExtra, '/');
-    return AlternativeFilePath(szSlash != nullptr ? szSlash + 1 : szExtra);
+    return CatalogueAlternativePath(szExtra);
 }
 
 uint64_t KeyOf(uint32_t nType, uint32_t nLevel) { return (static_cast<uint64_t>(nType) << 32) | nLevel; }

@@ -113,9 +113,9 @@ void NumberFindings(const FieldDesc& field, const char* szValue, int64_t nRead, 
                           field.szKey, szValue, field.nSize * 8, nKept);
 }
 
-void TextFindings(const FieldDesc& field, const char* szValue, const char* szFile, int nLine)
+// A text of nLength bytes for a text field.
+void TextFindings(const FieldDesc& field, std::size_t nLength, const char* szFile, int nLine)
 {
-    const std::size_t nLength = std::strlen(szValue);
     if (nLength > field.TextLimit())
         LoadFindingReport(szFile, nLine, FINDING_WARNING, "text-cut", "%s of %u bytes is cut to %u", field.szKey,
                           static_cast<unsigned>(nLength), static_cast<unsigned>(field.TextLimit()));
@@ -146,7 +146,7 @@ void FieldStoreValue(const FieldDesc& field, const char* szValue, void* pRecord,
     if (!field.IsNumber()) {
         TextStore(field, pRecord, szValue);
         if (LoadFindingsWanted())
-            TextFindings(field, szValue, szFile, nLine);
+            TextFindings(field, std::strlen(szValue), szFile, nLine);
         return;
     }
     int64_t nRead;
@@ -294,9 +294,8 @@ int RecordScanLine(const RecordDesc& desc, const char* szLine, void* pRecord, co
     const char* pText = szLine;
     int nConverted = 0;
     for (const FieldDesc& field : desc) {
-        if (bFindings && !field.IsNumber() && WordLength(pText) > field.TextLimit())
-            LoadFindingReport(szFile, nLine, FINDING_WARNING, "text-cut", "%s of %u bytes is cut to %u", field.szKey,
-                              static_cast<unsigned>(WordLength(pText)), static_cast<unsigned>(field.TextLimit()));
+        if (bFindings && !field.IsNumber())
+            TextFindings(field, WordLength(pText), szFile, nLine);
         const ScanResult result = FieldScan(field, pText, pRecord);
         if (result != SCAN_CONVERTED) {
             if (nConverted == 0 && result == SCAN_INPUT_END)

@@ -11,3 +11,11 @@ void RecordVisit(const RecordDesc& desc, const void* pRecord, FieldVisitor& visi
             visitor.Text(field.szKey, FieldTextGet(field, pRecord));
     }
 }
+
+void TableRecordVisit(CDataTable& table, const TableDesc& desc, const void* pRecord, FieldVisitor& visitor)
+{
+    if (desc.pRecord != nullptr)
+        RecordVisit(*desc.pRecord, pRecord, visitor);
+    if (desc.pfnVisit != nullptr)
+        desc.pfnVisit(table, pRecord, visitor);
+}

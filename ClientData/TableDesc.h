@@ -64,6 +64,10 @@ struct TableDesc {
     int nSampleRecords;
 };
 
+// Everything a record of the table shows: its described fields, then what
+// the table's own pfnVisit adds.
+void TableRecordVisit(CDataTable& table, const TableDesc& desc, const void* pRecord, FieldVisitor& visitor);
+
 // A key of one number.
 inline RecordKey RecordKeyOf(int64_t nNumber) { return RecordKey{1, {nNumber, 0, 0, 0}, nullptr}; }
 
@@ -87,8 +91,8 @@ void MapRecordsEach(CDataTable& table, RecordSinkFn fn, void* pContext)
         fn(RecordAddress(entry.second), RecordKeyOf(entry.first), pContext);
 }
 
-// The pfnForEach and pfnFind of a table that is one record, its settings:
-// Values is the table's member that gives it.
+// The description of a table that is one record, its settings, which
+// record describes: Values is the table's member that gives it.
 template <class Table, auto Values>
 void SettingsEach(CDataTable& table, RecordSinkFn fn, void* pContext)
 {
@@ -98,4 +102,10 @@ template <class Table, auto Values>
 const void* SettingsFind(CDataTable& table, const RecordKey&)
 {
     return &(static_cast<Table&>(table).*Values)();
+}
+template <class Table, auto Values>
+constexpr TableDesc SettingsTableDesc(const RecordDesc& record)
+{
+    return TableDesc{&record, TABLE_KEY_NONE, "", &SettingsEach<Table, Values>, &SettingsFind<Table, Values>,
+                     nullptr, nullptr, 1};
 }

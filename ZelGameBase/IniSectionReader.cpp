@@ -57,16 +57,6 @@ int IniLineTake(Source& source, bool bLoneCr, Take&& take)
 
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
-bool EqualNoCase(std::string_view a, std::string_view b)
-{
-    if (a.size() != b.size())
-        return false;
-    for (std::size_t i = 0; i < a.size(); ++i)
-        if (CrtToLower(a[i]) != CrtToLower(b[i]))
-            return false;
-    return true;
-}
-
 // Reads the file as a stream, chunk by chunk, up to its size at open.
 bool ReadStream(const char* szPath, std::string& strText)
 {
@@ -232,11 +222,13 @@ int CIniSectionReader::FindKey(int nSection, const char* szKey) const
 {
     if (szKey == nullptr)
         return -1;
-    const std::string_view key(szKey);
+    const std::size_t nLength = std::strlen(szKey);
     const int nAmount = GetKeyAmount(nSection);
-    for (int nKey = 0; nKey < nAmount; ++nKey)
-        if (EqualNoCase(GetKeyAt(nSection, nKey), key))
+    for (int nKey = 0; nKey < nAmount; ++nKey) {
+        const std::string_view key = GetKeyAt(nSection, nKey);
+        if (key.size() == nLength && CrtCompareNoCase(key.data(), nLength, szKey, nLength) == 0)
             return nKey;
+    }
     return -1;
 }
 
@@ -260,20 +252,10 @@ bool CIniSectionReader::GetText(int nSection, const char* szKey, char* szOut, in
     return true;
 }
 
-bool CIniSectionReader::ReadInt(int nSection, const char* szKey, int& nValue) const
-{
-    std::string_view value;
-    if (!GetValue(nSection, szKey, value))
-        return false;
-    nValue = CrtAtoi(value.data());
-    return true;
-}
-
 int CIniSectionReader::GetInt(int nSection, const char* szKey, int nDefault) const
 {
-    int nValue = nDefault;
-    ReadInt(nSection, szKey, nValue);
-    return nValue;
+    std::string_view value;
+    return GetValue(nSection, szKey, value) ? CrtAtoi(value.data()) : nDefault;
 }
 
 // The line-wise lookup.
@@ -305,33 +287,6 @@ bool IniLineRead(Source& source, char* szOut, unsigned nOutSize)
     return nCopied < nOutSize;
 }
 
-// The lookup over the lines that nextLine(szLine, nSize) gives, one after
-// another, as MemIniReadLine does.
-template <class NextLine>
-int IniLinesValueGet(NextLine nextLine, const char* szTitle, const char* szSubtitle, const IniValueTarget& target,
-                     int bLogFile, const char* szCaller)
-{
-    char szSection[256];
-    SafeSprintf(szSection, sizeof(szSection), "[%s]", szTitle);
-    char szKey[256];
-    SafeSprintf(szKey, sizeof(szKey), "%s=%s", szSubtitle, target.szConversion);
-
-    char szLine[1024];
-    bool bInSection = false;
-    while (!bInSection && nextLine(szLine, sizeof(szLine)))
-        bInSection = CrtCompareNoCase(szLine, szSection) == 0;
-    while (bInSection && nextLine(szLine, sizeof(szLine))) {
-        if (IniSectionBracketsHold(szLine))
-            break;
-        if (IniPatternScan(szLine, szKey, target) != SCAN_NO_MATCH)
-            return 1;
-    }
-    char szMessage[1024];
-    SafeSprintf(szMessage, sizeof(szMessage), "Error: [%s] %s not found in %s.", szTitle, szSubtitle, szCaller);
-    IniNotFoundReport(bLogFile, szMessage);
-    return 0;
-}
-
 }  // namespace
 
 bool MemIniReadLine(const char* pImage, unsigned nLength, unsigned* pPos, char* szOut, unsigned nOutSize)
@@ -358,7 +313,7 @@ int MemIniValueGet(const char* pImage, unsigned nLength, const char* szTitle, co
     const auto nextLine = [&](char* szLine, unsigned nSize) {
         return MemIniReadLine(pImage, nLength, &nPos, szLine, nSize);
     };
-    return IniLinesValueGet(nextLine, szTitle, szSubtitle, target, bLogFile, szCaller);
+    return IniUnitsValueGet(nextLine, szTitle, szSubtitle, "", target, bLogFile, szCaller);
 }
 
 int FileIniValueGet(const char* szPath, const char* szTitle, const char* szSubtitle, const IniValueTarget& target,
@@ -369,5 +324,5 @@ int FileIniValueGet(const char* szPath, const char* szTitle, const char* szSubti
     if (!stream.Open(szPath))
         return 0;
     const auto nextLine = [&](char* szLine, unsigned nSize) { return StreamIniReadLine(stream, szLine, nSize); };
-    return IniLinesValueGet(nextLine, szTitle, szSubtitle, target, bLogFile, szCaller);
+    return IniUnitsValueGet(nextLine, szTitle, szSubtitle, "", target, bLogFile, szCaller);
 }

@@ -61,8 +61,7 @@ public:
     bool GetValue(int nSection, const char* szKey, std::string_view& value) const;
     // Copies the value into szOut, cut to nSize - 1 characters.
     bool GetText(int nSection, const char* szKey, char* szOut, int nSize) const;
-    // The value through atoi.
-    bool ReadInt(int nSection, const char* szKey, int& nValue) const;
+    // The value through atoi; nDefault when absent.
     int GetInt(int nSection, const char* szKey, int nDefault) const;
 
 private:

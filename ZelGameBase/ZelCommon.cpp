@@ -44,31 +44,10 @@ int IniValueGet(const char* szIniFile, const char* szTitle, const char* szSubtit
     CFileStream stream;
     if (!stream.Open(szIniFile))
         return 0;
-
-    char szSection[256];
-    SafeSprintf(szSection, sizeof(szSection), "[%s]", szTitle);
-    // The key pattern reads key, "=", the value and a line break; formatted
-    // into 256 bytes like the section pattern (a longer key is cut).
-    char szKey[256];
-    SafeSprintf(szKey, sizeof(szKey), "%s=%s\n", szSubtitle, target.szConversion);
-
     CTokenReader tokens(stream);
-    char szToken[1024];
-    bool bFound = false;
-    bool bInSection = false;
-    while (!bInSection && tokens.Next(szToken, sizeof(szToken)))
-        bInSection = CrtCompareNoCase(szToken, szSection) == 0;
-    while (bInSection && !bFound && tokens.Next(szToken, sizeof(szToken))) {
-        if (IniSectionBracketsHold(szToken))
-            break;
-        bFound = IniPatternScan(szToken, szKey, target) != SCAN_NO_MATCH;
-    }
-    if (!bFound) {
-        char szMessage[1024];
-        SafeSprintf(szMessage, sizeof(szMessage), "Error: [%s] %s not found in %s.", szTitle, szSubtitle, szIniFile);
-        IniNotFoundReport(bLogFile, szMessage);
-    }
-    return bFound ? 1 : 0;
+    const auto nextToken = [&](char* szToken, std::size_t nSize) { return tokens.Next(szToken, nSize); };
+    // The key pattern reads key, "=", the value and a line break.
+    return IniUnitsValueGet(nextToken, szTitle, szSubtitle, "\n", target, bLogFile, szIniFile);
 }
 
 }  // namespace

@@ -70,17 +70,6 @@ void BM_TableFloor(benchmark::State& state, std::vector<std::string> setFile)
     }
 }
 
-// A table's main file and its further files (not folders), in the standard
-// data set.
-std::vector<std::string> CatalogueFilesOf(int nSlot)
-{
-    std::vector<std::string> setFile{CatalogueDataPath(CatalogueEntryOf(nSlot).szFile)};
-    for (int i = 0; const char* szExtra = CatalogueExtraOf(nSlot, i); ++i)
-        if (szExtra[std::strlen(szExtra) - 1] != '/')
-            setFile.push_back(CatalogueDataPath(szExtra));
-    return setFile;
-}
-
 template <class T>
 void TableLoadRegister(const char* szName, std::vector<std::string> setFile)
 {
@@ -116,7 +105,7 @@ void LoadBenchmarksRegister()
     // Every table with a design of its own, with the files the catalogue
     // gives it.
 #define CLIENTDATA_TABLE(slot, name, iface, cls, file, kind, desc) \
-    TableLoadRegister<cls>(#name, CatalogueFilesOf(slot));
+    TableLoadRegister<cls>(#name, CatalogueDataFilesOf(slot));
 #define CLIENTDATA_GENERIC(slot, name, file, kind)
 #include "ClientData/Catalogue.def"
 #undef CLIENTDATA_TABLE

@@ -98,10 +98,7 @@ struct TableCase {
         if (pRecord == nullptr)
             return "(none)";
         CShown shown;
-        if (pDesc->pRecord != nullptr)
-            RecordVisit(*pDesc->pRecord, pRecord, shown);
-        if (pDesc->pfnVisit != nullptr)
-            pDesc->pfnVisit(*pTable, pRecord, shown);
+        TableRecordVisit(*pTable, *pDesc, pRecord, shown);
         return shown.m_strText;
     }
 };

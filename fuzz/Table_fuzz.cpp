@@ -16,17 +16,6 @@ constexpr int kSlot = FUZZ_TABLE_SLOT;
 using Table = typename CatalogueSlot<kSlot>::Class;
 const CatalogueEntry& kEntry = CatalogueEntryOf(kSlot);
 
-// The files the table reads: its main file and the further files (not the
-// folders).
-std::vector<std::string> TableFiles()
-{
-    std::vector<std::string> setPath{CatalogueDataPath(kEntry.szFile)};
-    for (int i = 0; const char* szExtra = CatalogueExtraOf(kSlot, i); ++i)
-        if (szExtra[std::strlen(szExtra) - 1] != '/')
-            setPath.push_back(CatalogueDataPath(szExtra));
-    return setPath;
-}
-
 class CTextCheck final : public FieldVisitor {
 public:
     void Number(const char*, int64_t) override {}
@@ -86,7 +75,7 @@ void Ask(Table& table, const FuzzKeys& keys)
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pData, std::size_t nSize)
 {
     FuzzEnterScratchFolder();
-    const std::vector<std::string> setPath = TableFiles();
+    const std::vector<std::string> setPath = CatalogueDataFilesOf(kSlot);
     const std::vector<std::string> setFile = FuzzSplitFiles(pData, nSize, setPath.size());
     for (std::size_t i = 0; i < setPath.size(); ++i)
         FuzzWriteFile(setPath[i], reinterpret_cast<const uint8_t*>(setFile[i].data()), setFile[i].size());

@@ -16,18 +16,9 @@ struct Collection {
     CDataTable* pLoading = nullptr;  // the table whose Load runs
 };
 
-// As the folder writes it: forward slashes, no leading "./".
-std::string PathShown(std::string strPath)
-{
-    std::replace(strPath.begin(), strPath.end(), '\\', '/');
-    while (strPath.rfind("./", 0) == 0)
-        strPath.erase(0, 2);
-    return strPath;
-}
-
 void OnFinding(const LoadFinding& finding, void* pContext)
 {
-    static_cast<Collection*>(pContext)->setFinding.push_back(LintFinding{PathShown(finding.szFile), finding.nLine,
+    static_cast<Collection*>(pContext)->setFinding.push_back(LintFinding{DataPathShown(finding.szFile), finding.nLine,
                                                                          static_cast<LintSeverity>(finding.level),
                                                                          finding.szRule, finding.szMessage});
 }
@@ -39,7 +30,7 @@ std::string LoadingFile(const CDataTable* pTable, CClientDataMgr& mgr)
 {
     for (const CatalogueEntry& entry : kCatalogue)
         if (mgr.GetTableBySlot(entry.nSlot) == pTable)
-            return pTable->GetFilePath().empty() ? CatalogueDataPath(entry.szFile) : PathShown(pTable->GetFilePath());
+            return pTable->GetFilePath().empty() ? CatalogueDataPath(entry.szFile) : DataPathShown(pTable->GetFilePath());
     return "";
 }
 

@@ -50,10 +50,7 @@ void RecordBuild(CDataTable& table, const TableDesc& desc, const void* pRecord, 
     }
     if (setName.empty() && key.szName != nullptr)
         record.strKey = key.szName;
-    if (desc.pRecord != nullptr)
-        RecordVisit(*desc.pRecord, pRecord, builder);
-    if (desc.pfnVisit != nullptr)
-        desc.pfnVisit(table, pRecord, builder);
+    TableRecordVisit(table, desc, pRecord, builder);
 }
 
 struct AllContext {

@@ -84,6 +84,9 @@ struct GenFile {
 // Writes a described table's file as its kind lays it out (sections,
 // columns or settings), with the planted faults of a faulty set.
 void DescribedFileWrite(CGenContext& context, const GenFile& file);
+// Writes a generic table's file: numbered sections of key=value lines, or
+// blank-separated columns, as its catalogue kind says.
+void GenericFileWrite(CGenContext& context, const GenFile& file);
 // The text of one section of a described record, its fields drawn.
 std::string SectionText(CGenContext& context, const RecordDesc& desc, const std::string& strTitle);
 

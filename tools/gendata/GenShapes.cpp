@@ -201,9 +201,8 @@ void MagicWrite(CGenContext& context, const GenFile& file)
         strExtra += SectionText(context, extra, "999999");                  // no such record
     }
     const char* szExtra = CatalogueExtraOf(file.entry.nSlot, 0);
-    const std::string strBareExtra = std::string(szExtra).substr(std::string(szExtra).rfind('/') + 1);
     context.Write(file.strPath, strMain, true);
-    context.Write(file.nVariant == 0 ? std::string(szExtra) : AlternativeFilePath(strBareExtra), strExtra, true);
+    context.Write(file.nVariant == 0 ? std::string(szExtra) : CatalogueAlternativePath(szExtra), strExtra, true);
 }
 
 const ShapeRegistration kMagic(CatalogueSlotOf<CMagicData>(), MagicWrite);

@@ -8,11 +8,7 @@
 
 #include "GenData.h"
 
-void GenericFileWrite(CGenContext& context, const GenFile& file);
-
 namespace {
-
-bool HasFolder(const char* szFile) { return std::strpbrk(szFile, "/\\") != nullptr; }
 
 void TableFileWrite(CGenContext& context, const CatalogueEntry& entry, int nVariant)
 {
@@ -43,7 +39,7 @@ void WriteAlternativeSet(CGenContext& context)
     if (context.Faulty())
         strList += "NoSuchTable.dat\n";  // line 2: names no table
     for (const CatalogueEntry& entry : kCatalogue) {
-        if (HasFolder(entry.szFile))
+        if (CatalogueIsFixedPath(entry.szFile))
             continue;
         strList += std::string(entry.szFile) + "\n";
         TableFileWrite(context, entry, 1);
