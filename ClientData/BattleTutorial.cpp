@@ -2,7 +2,7 @@
 
 #include <climits>
 #include <cstring>
-#include <set>
+#include <map>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -328,16 +328,15 @@ void CBattleTutorialTable::LinesRead(const CIniSectionReader& reader, int nSecti
     const bool bFindings = LoadFindingsWanted();
     const int nLineAmount = reader.GetInt(nSection, kLineAmountField.szKey, 0);
     if (bFindings) {
-        const std::set<int> setAll = RecordKeyNumbers(kLineField, reader, nSection, 0, INT_MAX);
-        if (!setAll.empty() && *setAll.rbegin() > nLineAmount)
+        const std::map<int, int> mapAll = RecordKeyNumbers(kLineField, reader, nSection, 0, INT_MAX);
+        if (!mapAll.empty() && mapAll.rbegin()->first > nLineAmount)
             LoadFindingReport(szPath, reader.GetTitleLine(nSection), FINDING_ERROR, "line-amount",
                               "%s=%d, but lines up to %d are given: the later ones are never read",
-                              kLineAmountField.szKey, nLineAmount, *setAll.rbegin());
+                              kLineAmountField.szKey, nLineAmount, mapAll.rbegin()->first);
     }
-    for (int i : RecordKeyNumbers(kLineField, reader, nSection, 1, nLineAmount)) {
+    for (const auto [i, nKey] : RecordKeyNumbers(kLineField, reader, nSection, 1, nLineAmount)) {
         char szKey[32];
         SafeSprintf(szKey, sizeof(szKey), kLineField.szKey, i);
-        const int nKey = reader.FindKey(nSection, szKey);
         const char* szLine = reader.GetValueAt(nSection, nKey).data();
         TutorialCommand command;
         if (ParseTutorialCommand(&command, szLine)) {

@@ -5,7 +5,7 @@
 #include <cstring>
 #include <iterator>
 #include <new>
-#include <set>
+#include <map>
 #include <string>
 
 #include "ClientData/Catalogue.h"
@@ -72,13 +72,13 @@ constexpr int kSpeakTextSize = 1024;
 void AmountFindings(const CIniSectionReader& reader, int nSection, const OccasionKeys& keys, int nAmount,
                     const char* szPath)
 {
-    const std::set<int> setAll = RecordKeyNumbers(keys.line, reader, nSection, 0, INT_MAX);
+    const std::map<int, int> mapAll = RecordKeyNumbers(keys.line, reader, nSection, 0, INT_MAX);
     const std::size_t nWithin =
-        static_cast<std::size_t>(std::distance(setAll.begin(), setAll.lower_bound(nAmount > 0 ? nAmount : 0)));
-    if ((nAmount > 0 && nWithin != static_cast<std::size_t>(nAmount)) || nWithin != setAll.size())
+        static_cast<std::size_t>(std::distance(mapAll.begin(), mapAll.lower_bound(nAmount > 0 ? nAmount : 0)));
+    if ((nAmount > 0 && nWithin != static_cast<std::size_t>(nAmount)) || nWithin != mapAll.size())
         LoadFindingReport(szPath, reader.GetTitleLine(nSection), FINDING_ERROR, "line-amount",
                           "%s=%d, but %u lines are given within it and %u beyond it", keys.amount.szKey, nAmount,
-                          static_cast<unsigned>(nWithin), static_cast<unsigned>(setAll.size() - nWithin));
+                          static_cast<unsigned>(nWithin), static_cast<unsigned>(mapAll.size() - nWithin));
 }
 
 // Reads the lines of one occasion; returns its default share.
@@ -93,10 +93,9 @@ uint32_t OccasionLinesRead(const CIniSectionReader& reader, int nSection, const 
 
     uint32_t nSum = 0;  // wraps as the 32-bit sum does
     uint32_t nCount = 0;
-    for (int i : RecordKeyNumbers(keys.line, reader, nSection, 0, nAmount - 1)) {
+    for (const auto [i, nKey] : RecordKeyNumbers(keys.line, reader, nSection, 0, nAmount - 1)) {
         char szKey[64];
         SafeSprintf(szKey, sizeof(szKey), keys.line.szKey, i);
-        const int nKey = reader.FindKey(nSection, szKey);
         const std::string_view line = reader.GetValueAt(nSection, nKey);
         // The text as a 1024-byte buffer keeps it: up to its first zero byte.
         const char* pEnd = line.data() + std::min(line.size(), static_cast<std::size_t>(kSpeakTextSize - 1));

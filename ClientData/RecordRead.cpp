@@ -229,17 +229,17 @@ void RecordReadColumns(const RecordDesc& desc, const CDataRow& row, int nFirstCo
     }
 }
 
-std::set<int> RecordKeyNumbers(const FieldDesc& field, const CIniSectionReader& reader, int nSection, int nFirst,
-                               int nLast)
+std::map<int, int> RecordKeyNumbers(const FieldDesc& field, const CIniSectionReader& reader, int nSection,
+                                    int nFirst, int nLast)
 {
-    std::set<int> setNumber;
+    std::map<int, int> mapKey;
     for (int nKey = 0; nKey < reader.GetKeyAmount(nSection); ++nKey) {
         const std::string_view key = reader.GetKeyAt(nSection, nKey);
         const int64_t nNumber = field.NumberOf(key.data(), key.size());
         if (nNumber >= nFirst && nNumber <= nLast)
-            setNumber.insert(static_cast<int>(nNumber));
+            mapKey.emplace(static_cast<int>(nNumber), nKey);  // a later key of the number is shadowed
     }
-    return setNumber;
+    return mapKey;
 }
 
 namespace {

@@ -6,7 +6,7 @@
 #pragma once
 
 #include <cstddef>
-#include <set>
+#include <map>
 
 #include "ClientData/RecordDesc.h"
 
@@ -32,10 +32,11 @@ void RecordReadColumns(const RecordDesc& desc, const CDataRow& row, int nFirstCo
 void FieldStoreValue(const FieldDesc& field, const char* szValue, void* pRecord, const char* szFile, int nLine);
 
 // The numbers n in [nFirst, nLast] for which section nSection has a key of
-// the numbered field (its key with n in place of "%d"), ascending. Found from
-// the keys present rather than by trying every n, so that an absurd count in
-// a file costs nothing.
-std::set<int> RecordKeyNumbers(const FieldDesc& field, const CIniSectionReader& reader, int nSection, int nFirst,
+// the numbered field (its key with n in place of "%d"), ascending, each with
+// the position of the first such key (the one a lookup by that key finds).
+// Found from the keys present rather than by trying every n, so that an
+// absurd count in a file costs nothing.
+std::map<int, int> RecordKeyNumbers(const FieldDesc& field, const CIniSectionReader& reader, int nSection, int nFirst,
                                int nLast);
 
 // Scans one line of blank- or tab-separated words into the fields in order:

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstring>
-#include <set>
+#include <map>
 #include <string>
 #include <utility>
 #include <vector>
@@ -127,7 +127,7 @@ TEST(RecordReadTest, NumberedKeysAreFoundFromTheKeysPresent)
         EXPECT_EQ(row.NumberOf(key.first, std::strlen(key.first)), key.second) << key.first;
     CIniSectionReader reader;
     reader.OpenText("[s]\nRow9=a\nRow1=b\nROW1=c\nRow3=d\nRow1000000=e\n");
-    EXPECT_EQ(RecordKeyNumbers(row, reader, 0, 1, 9), (std::set<int>{1, 3, 9}));
+    EXPECT_EQ(RecordKeyNumbers(row, reader, 0, 1, 9), (std::map<int, int>{{1, 1}, {3, 3}, {9, 0}}));
 }
 
 // What the loaders report beyond their fields: records a lookup never
