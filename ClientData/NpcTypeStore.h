@@ -53,7 +53,6 @@ public:
     {
         m_mapId.clear();
         m_setInfo.clear();
-        m_setLine.clear();
     }
     // The first record in file order with that id; null on a miss.
     const Info* Find(uint32_t nId) const
@@ -66,10 +65,10 @@ public:
     const std::vector<std::unique_ptr<Info>>& Records() const { return m_setInfo; }
 
 private:
-    void ReportShadowed(const char* szPath) const;
+    // setLine: the title line of each record from nFirst on.
+    void ReportShadowed(const char* szPath, std::size_t nFirst, const std::vector<int>& setLine) const;
 
     std::vector<std::unique_ptr<Info>> m_setInfo;  // file order
-    std::vector<int> m_setLine;                    // each record's title line, for findings
     std::unordered_map<uint32_t, const Info*> m_mapId;
 };
 
@@ -80,6 +79,8 @@ void NpcTypeStore<Info>::Load(const char* szPath, const char* szPlaceholder, con
     CIniSectionReader reader;
     if (!NpcTypeReaderOpen(reader, szPath, szPlaceholder))
         return;
+    const std::size_t nFirst = m_setInfo.size();
+    std::vector<int> setLine;  // for findings
     for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection) {
         std::unique_ptr<Info> pInfo(new (std::nothrow) Info());
         if (!pInfo) {
@@ -89,19 +90,20 @@ void NpcTypeStore<Info>::Load(const char* szPath, const char* szPlaceholder, con
         NpcTypeSectionRead(reader, nSection, format, pInfo.get(), szPath);
         m_mapId.emplace(pInfo->nId, pInfo.get());  // an earlier section of the id stays
         m_setInfo.push_back(std::move(pInfo));
-        m_setLine.push_back(reader.GetTitleLine(nSection));
+        if (LoadFindingsWanted())
+            setLine.push_back(reader.GetTitleLine(nSection));
     }
     if (LoadFindingsWanted())
-        ReportShadowed(szPath);
+        ReportShadowed(szPath, nFirst, setLine);
 }
 
 template <class Info>
-void NpcTypeStore<Info>::ReportShadowed(const char* szPath) const
+void NpcTypeStore<Info>::ReportShadowed(const char* szPath, std::size_t nFirst, const std::vector<int>& setLine) const
 {
-    for (std::size_t i = 0; i < m_setInfo.size(); ++i) {
+    for (std::size_t i = nFirst; i < m_setInfo.size(); ++i) {
         const Info* pFirst = m_mapId.at(m_setInfo[i]->nId);
         if (pFirst != m_setInfo[i].get())
-            LoadFindingReport(szPath, m_setLine[i], FINDING_WARNING, "duplicate-id",
+            LoadFindingReport(szPath, setLine[i - nFirst], FINDING_WARNING, "duplicate-id",
                               "id %u was given before: lookups answer the first section", m_setInfo[i]->nId);
     }
 }

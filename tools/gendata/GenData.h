@@ -87,6 +87,14 @@ void DescribedFileWrite(CGenContext& context, const GenFile& file);
 // Writes a generic table's file: numbered sections of key=value lines, or
 // blank-separated columns, as its catalogue kind says.
 void GenericFileWrite(CGenContext& context, const GenFile& file);
+// The field a record's title (or key column) comes from; null when none.
+const FieldDesc* TitleFieldOf(const RecordDesc& desc);
+// One line of a column file: the title fields take setKey's words in order
+// (the last one repeated), every other field of the file a drawn value
+// ("NULL" for an empty text, which would move the words after it). With
+// bLongText the first text is longer than its buffer.
+std::string ColumnLineText(CGenContext& context, const RecordDesc& desc, const std::vector<std::string>& setKey,
+                           bool bLongText);
 // The text of one section of a described record, its fields drawn.
 std::string SectionText(CGenContext& context, const RecordDesc& desc, const std::string& strTitle);
 

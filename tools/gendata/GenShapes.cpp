@@ -13,11 +13,6 @@
 
 namespace {
 
-const FieldDesc& TitleField(const RecordDesc& desc)
-{
-    return *std::find_if(desc.begin(), desc.end(), [](const FieldDesc& field) { return field.bTitle; });
-}
-
 std::string KeyOf(const FieldDesc& field, int64_t nNumber)
 {
     std::string strKey = field.szKey;
@@ -83,7 +78,7 @@ void ScriptsWrite(CGenContext& context, const GenFile& file)
     std::string strText = std::string("; ") + file.entry.szName + ": commands, keyword,param,...\n\n";
     if (context.Faulty() && file.nVariant == 0)
         strText += ScriptFaults(context, count, *pLine);
-    const FieldDesc& title = TitleField(desc);
+    const FieldDesc& title = *TitleFieldOf(desc);
     for (int i = 0; i < file.nRecords; ++i) {
         std::string strSection = SectionText(context, head, TitleOf(title, title.gen.nLow + i));
         strSection.pop_back();  // the blank line that ends the section comes after the lines
@@ -124,7 +119,7 @@ std::string OccasionText(CGenContext& context, const FieldDesc* pKeys, int64_t n
 void SpeechWrite(CGenContext& context, const GenFile& file)
 {
     const RecordDesc& desc = *file.entry.pDesc->pRecord;
-    const FieldDesc& title = TitleField(desc);
+    const FieldDesc& title = *TitleFieldOf(desc);
     const int nOccasions = static_cast<int>((desc.nFieldAmount - 1) / 4);
     std::string strText = std::string("; ") + file.entry.szName + ": what monsters say, per mille\n\n";
     if (context.Faulty() && file.nVariant == 0) {
@@ -153,23 +148,10 @@ const ShapeRegistration kSpeech(CatalogueSlotOf<CMonsterSpeakTable>(), SpeechWri
 // ---- Magic types: levels 0..n of each type, and further-file sections
 // (type * 100 + level) for some of them.
 
+// A main-file line: its key is the type and the level.
 std::string MagicLine(CGenContext& context, const RecordDesc& desc, int64_t nType, int64_t nLevel)
 {
-    std::string strLine;
-    bool bKeyFilled = false;
-    for (const FieldDesc& field : desc) {
-        if (field.bOutsideFile || field.bUnread)
-            continue;
-        strLine += strLine.empty() ? "" : " ";
-        if (field.bTitle) {
-            strLine += std::to_string(bKeyFilled ? nLevel : nType);
-            bKeyFilled = true;
-            continue;
-        }
-        const std::string strValue = context.Value(field);
-        strLine += strValue.empty() ? "NULL" : strValue;
-    }
-    return strLine + "\n";
+    return ColumnLineText(context, desc, {std::to_string(nType), std::to_string(nLevel)}, false);
 }
 
 void MagicWrite(CGenContext& context, const GenFile& file)
@@ -187,7 +169,7 @@ void MagicWrite(CGenContext& context, const GenFile& file)
     std::string strMain;
     std::string strExtra = "; casting and second-stage data: [type * 100 + level]\n\n";
     int nLines = 0;
-    for (int64_t nType = TitleField(desc).gen.nLow; nLines < file.nRecords; ++nType) {
+    for (int64_t nType = TitleFieldOf(desc)->gen.nLow; nLines < file.nRecords; ++nType) {
         const int64_t nLevels = context.Rng().Range(1, 15);
         for (int64_t nLevel = 0; nLevel < nLevels && nLines < file.nRecords; ++nLevel, ++nLines) {
             strMain += MagicLine(context, desc, nType, nLevel);
@@ -196,7 +178,7 @@ void MagicWrite(CGenContext& context, const GenFile& file)
         }
     }
     if (context.Faulty() && file.nVariant == 0) {
-        strMain += MagicLine(context, desc, TitleField(desc).gen.nLow, 0);  // the first key again
+        strMain += MagicLine(context, desc, TitleFieldOf(desc)->gen.nLow, 0);  // the first key again
         strMain += "\n" + MagicLine(context, desc, 9999, 0);                // beyond a blank line
         strExtra += SectionText(context, extra, "999999");                  // no such record
     }

@@ -4,20 +4,13 @@
 // report for every such file: a record that repeats an earlier one's key, a
 // text longer than its buffer, a number that does not parse, a key given
 // twice in one section and a section title that is no number.
+#include <algorithm>
 #include <string>
 #include <vector>
 
 #include "GenData.h"
 
 namespace {
-
-const FieldDesc* TitleField(const RecordDesc& desc)
-{
-    for (const FieldDesc& field : desc)
-        if (field.bTitle)
-            return &field;
-    return nullptr;
-}
 
 // Whether the generic layout writes the field as a key or a column of its own.
 bool IsWritten(const FieldDesc& field)
@@ -36,7 +29,7 @@ const FieldDesc* FirstOf(const RecordDesc& desc, bool bText)
 // A record's title far above the records, so that the faults shadow none.
 std::string FaultTitle(const RecordDesc& desc)
 {
-    const FieldDesc* pTitle = TitleField(desc);
+    const FieldDesc* pTitle = TitleFieldOf(desc);
     return pTitle != nullptr ? TitleOf(*pTitle, pTitle->gen.nLow + 900000) : "900001";
 }
 
@@ -60,7 +53,7 @@ std::string SectionsText(CGenContext& context, const GenFile& file, const Record
     std::string strText = std::string("; ") + file.entry.szName + ": one section per record\n\n";
     if (context.Faulty() && file.nVariant == 0)
         strText += SectionFaults(desc);
-    const FieldDesc* pTitle = TitleField(desc);
+    const FieldDesc* pTitle = TitleFieldOf(desc);
     int64_t nNumber = pTitle != nullptr ? pTitle->gen.nLow : 1;
     for (int i = 0; i < file.nRecords; ++i) {
         strText += SectionText(context, desc, pTitle != nullptr ? TitleOf(*pTitle, nNumber) : std::to_string(nNumber));
@@ -84,45 +77,21 @@ std::string FixedSectionsText(CGenContext& context, const RecordDesc& desc)
     return strText;
 }
 
-// A column that must not be empty: the words around it would move.
-std::string ColumnValue(CGenContext& context, const FieldDesc& field)
-{
-    const std::string strValue = context.Value(field);
-    return strValue.empty() ? "NULL" : strValue;
-}
-
-std::string LineText(CGenContext& context, const RecordDesc& desc, const std::string& strKey, bool bLongText)
-{
-    std::string strLine;
-    for (const FieldDesc& field : desc) {
-        if (field.bOutsideFile || field.bUnread)
-            continue;
-        strLine += strLine.empty() ? "" : " ";
-        if (field.bTitle)
-            strLine += strKey;
-        else if (bLongText && &field == FirstOf(desc, true))
-            strLine += std::string(field.TextLimit() + 10, 'x');
-        else
-            strLine += ColumnValue(context, field);
-    }
-    return strLine + "\n";
-}
-
 std::string ColumnsText(CGenContext& context, const GenFile& file, const RecordDesc& desc)
 {
     std::string strBody;
     int nLines = 0;
     if (context.Faulty() && file.nVariant == 0) {
         const std::string strKey = FaultTitle(desc);
-        strBody += LineText(context, desc, "abc", false);
-        strBody += LineText(context, desc, strKey, true);
-        strBody += LineText(context, desc, strKey, false);
+        strBody += ColumnLineText(context, desc, {"abc"}, false);
+        strBody += ColumnLineText(context, desc, {strKey}, true);
+        strBody += ColumnLineText(context, desc, {strKey}, false);
         nLines += 3;
     }
-    const FieldDesc* pTitle = TitleField(desc);
+    const FieldDesc* pTitle = TitleFieldOf(desc);
     int64_t nNumber = pTitle != nullptr ? pTitle->gen.nLow : 1;
     for (int i = 0; i < file.nRecords; ++i, ++nLines) {
-        strBody += LineText(context, desc, pTitle != nullptr ? TitleOf(*pTitle, nNumber) : "", false);
+        strBody += ColumnLineText(context, desc, {pTitle != nullptr ? TitleOf(*pTitle, nNumber) : ""}, false);
         nNumber += pTitle != nullptr && pTitle->gen.nHigh > 1 ? context.Rng().Range(1, pTitle->gen.nHigh) : 1;
     }
     std::string strText;
@@ -150,6 +119,36 @@ std::string SettingsText(CGenContext& context, const GenFile& file, const Record
 }
 
 }  // namespace
+
+const FieldDesc* TitleFieldOf(const RecordDesc& desc)
+{
+    for (const FieldDesc& field : desc)
+        if (field.bTitle)
+            return &field;
+    return nullptr;
+}
+
+std::string ColumnLineText(CGenContext& context, const RecordDesc& desc, const std::vector<std::string>& setKey,
+                           bool bLongText)
+{
+    std::string strLine;
+    std::size_t nTitle = 0;
+    for (const FieldDesc& field : desc) {
+        if (field.bOutsideFile || field.bUnread)
+            continue;
+        strLine += strLine.empty() ? "" : " ";
+        if (field.bTitle) {
+            strLine += setKey[std::min(nTitle++, setKey.size() - 1)];
+        } else if (bLongText && &field == FirstOf(desc, true)) {
+            strLine += std::string(field.TextLimit() + 10, 'x');
+        } else {
+            // A column must not be empty: the words after it would move.
+            const std::string strValue = context.Value(field);
+            strLine += strValue.empty() ? "NULL" : strValue;
+        }
+    }
+    return strLine + "\n";
+}
 
 std::string SectionText(CGenContext& context, const RecordDesc& desc, const std::string& strTitle)
 {
