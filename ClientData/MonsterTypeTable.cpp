@@ -72,6 +72,8 @@ void CMonsterTypeTable::Load()
         LogSave("error on open %s.", m_strFileName.c_str());
         return;
     }
+    const std::size_t nFirst = m_setInfo.size();
+    std::vector<int> setLine;  // for findings
     for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection) {
         const int nId = MonsterIdParse(reader.GetTitle(nSection).data());
         if (LoadFindingsWanted())
@@ -83,13 +85,14 @@ void CMonsterTypeTable::Load()
             break;  // out of memory: keep what was read
         pInfo->nId = nId;
         RecordReadSection(kMonsterRecord, reader, nSection, pInfo.get(), szPath);
-        m_setLine.push_back(reader.GetTitleLine(nSection));
+        if (LoadFindingsWanted())
+            setLine.push_back(reader.GetTitleLine(nSection));
         m_setInfo.push_back(std::move(pInfo));
         ++m_nAmount;
     }
     BuildIndex();
     if (LoadFindingsWanted())
-        ReportShadowed();
+        ReportShadowed(nFirst, setLine);
 }
 
 void CMonsterTypeTable::Clear()
@@ -97,7 +100,6 @@ void CMonsterTypeTable::Clear()
     m_mapId.clear();
     m_mapName.clear();
     m_setInfo.clear();
-    m_setLine.clear();
     m_nAmount = 0;
 }
 
@@ -117,22 +119,24 @@ void CMonsterTypeTable::BuildIndex()
     }
 }
 
-// A record that neither lookup answers is read for nothing.
-void CMonsterTypeTable::ReportShadowed() const
+// A record that neither lookup answers is read for nothing. What shadows a
+// record of this load is a later one of the same load.
+void CMonsterTypeTable::ReportShadowed(std::size_t nFirst, const std::vector<int>& setLine) const
 {
     std::unordered_map<const MonsterTypeInfo*, int> mapLine;
-    for (std::size_t i = 0; i < m_setInfo.size(); ++i)
-        mapLine.emplace(m_setInfo[i].get(), m_setLine[i]);
-    for (std::size_t i = 0; i < m_setInfo.size(); ++i) {
+    for (std::size_t i = nFirst; i < m_setInfo.size(); ++i)
+        mapLine.emplace(m_setInfo[i].get(), setLine[i - nFirst]);
+    for (std::size_t i = nFirst; i < m_setInfo.size(); ++i) {
         const MonsterTypeInfo& info = *m_setInfo[i];
+        const int nLine = setLine[i - nFirst];
         const MonsterTypeInfo* pById = m_mapId.at(info.nId).pLast;
         if (pById != &info)
-            LoadFindingReport(m_strFilePath.c_str(), m_setLine[i], FINDING_WARNING, "duplicate-id",
+            LoadFindingReport(m_strFilePath.c_str(), nLine, FINDING_WARNING, "duplicate-id",
                               "id %d is given again at line %d: lookups answer the later section", info.nId,
                               mapLine[pById]);
         const MonsterTypeInfo* pByName = m_mapName.at(std::string_view(info.szName));
         if (info.szName[0] != '\0' && pByName != &info && pByName->nId != info.nId)
-            LoadFindingReport(m_strFilePath.c_str(), m_setLine[i], FINDING_WARNING, "duplicate-name",
+            LoadFindingReport(m_strFilePath.c_str(), nLine, FINDING_WARNING, "duplicate-name",
                               "the name %s is given again at line %d: a lookup by name answers the later monster",
                               info.szName, mapLine[pByName]);
     }

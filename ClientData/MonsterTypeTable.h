@@ -15,6 +15,7 @@
 #include <memory>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "ClientData/DataTable.h"
 #include "ClientData/TableDesc.h"
@@ -82,10 +83,11 @@ private:
     };
 
     void BuildIndex();
-    void ReportShadowed() const;
+    // The records from nFirst on, whose title lines setLine gives: a later
+    // record of the same id or name shadows them.
+    void ReportShadowed(std::size_t nFirst, const std::vector<int>& setLine) const;
 
     std::deque<std::unique_ptr<MonsterTypeInfo>> m_setInfo;  // file order
-    std::deque<int> m_setLine;                               // each record's title line, for findings
     std::size_t m_nAmount = 0;
     std::unordered_map<int, IdEntry> m_mapId;
     std::unordered_map<std::string_view, const MonsterTypeInfo*> m_mapName;  // views into the records
