@@ -26,7 +26,9 @@ void CActionEffectOffsetData::Load()
     CIniSectionReader reader;
     if (!reader.Open(szPath, 1))
         return;
-    m_setOffset.reserve(m_setOffset.size() + static_cast<std::size_t>(reader.GetSectionAmount()));
+    const std::size_t nFirst = m_setOffset.size();
+    std::vector<int> setLine;  // each new record's title line, for findings
+    m_setOffset.reserve(nFirst + static_cast<std::size_t>(reader.GetSectionAmount()));
     for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection) {
         const int nNumber = CrtAtoi(reader.GetTitle(nSection).data());
         if (nNumber <= 0) {
@@ -41,14 +43,15 @@ void CActionEffectOffsetData::Load()
         offset.nSubVariant = nNumber % 10;
         RecordReadSection(kOffsetRecord, reader, nSection, &offset, szPath);
         m_setOffset.push_back(offset);
-        m_setLine.push_back(reader.GetTitleLine(nSection));
+        if (LoadFindingsWanted())
+            setLine.push_back(reader.GetTitleLine(nSection));
     }
-    m_mapFirst.clear();
-    for (std::size_t i = 0; i < m_setOffset.size(); ++i) {
+    // The records this load added join the index behind the earlier ones.
+    for (std::size_t i = nFirst; i < m_setOffset.size(); ++i) {
         const ActionEffectOffset& offset = m_setOffset[i];
         const bool bFirst = m_mapFirst.emplace(Key(offset.nId, offset.nVariant, offset.nSubVariant), i).second;
         if (!bFirst && LoadFindingsWanted())
-            LoadFindingReport(szPath, m_setLine[i], FINDING_WARNING, "duplicate-id",
+            LoadFindingReport(szPath, setLine[i - nFirst], FINDING_WARNING, "duplicate-id",
                               "id %d, variant %d, sub-variant %d were given before: lookups answer the first",
                               offset.nId, offset.nVariant, offset.nSubVariant);
     }
@@ -58,7 +61,6 @@ void CActionEffectOffsetData::Clear()
 {
     m_setOffset.clear();
     m_mapFirst.clear();
-    m_setLine.clear();
 }
 
 const ActionEffectOffset* CActionEffectOffsetData::GetActionEffectOffset(int nId, int nVariant, int nSubVariant)

@@ -45,9 +45,9 @@ private:
     using Key = std::tuple<int32_t, int32_t, int32_t>;
 
     std::vector<ActionEffectOffset> m_setOffset;  // file order
-    // The first record of each (id, variant, sub-variant), built after loading.
+    // The first record of each (id, variant, sub-variant), grown after each
+    // load.
     std::map<Key, std::size_t> m_mapFirst;
-    std::vector<int> m_setLine;  // each record's title line, for findings
 };
 
 extern const TableDesc kActionEffectOffsetDesc;
