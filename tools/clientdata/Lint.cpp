@@ -13,6 +13,7 @@ namespace {
 
 struct Collection {
     std::vector<LintFinding> setFinding;
+    CClientDataMgr* pMgr = nullptr;
     CDataTable* pLoading = nullptr;  // the table whose Load runs
 };
 
@@ -34,12 +35,11 @@ std::string LoadingFile(const CDataTable* pTable, CClientDataMgr& mgr)
     return "";
 }
 
-CClientDataMgr* g_pMgr = nullptr;
-
 void OnLogEntry(const char* szMessage, void* pContext)
 {
     Collection& collection = *static_cast<Collection*>(pContext);
-    const std::string strFile = collection.pLoading != nullptr ? LoadingFile(collection.pLoading, *g_pMgr) : "";
+    const std::string strFile =
+        collection.pLoading != nullptr ? LoadingFile(collection.pLoading, *collection.pMgr) : "";
     collection.setFinding.push_back(LintFinding{strFile, 0, LINT_ERROR, "load-error", szMessage});
 }
 
@@ -67,22 +67,22 @@ std::vector<LintFinding> RunLint(const std::string& strRoot)
     std::filesystem::current_path(strRoot, error);
     if (error)
         return collection.setFinding;
-    g_pMgr = static_cast<CClientDataMgr*>(QueryClientDataMgr());
-    if (g_pMgr == nullptr)
+    CClientDataMgr* pMgr = static_cast<CClientDataMgr*>(QueryClientDataMgr());
+    if (pMgr == nullptr)
         return collection.setFinding;
+    collection.pMgr = pMgr;
     LoadFindingSinkSet(OnFinding, &collection);
     LogSetObserver(OnLogEntry, &collection);
-    g_pMgr->SetLoadObserver(OnTableLoad, &collection);
-    g_pMgr->LoadDeferList();
-    g_pMgr->ReloadDeferred(false);
-    g_pMgr->ReloadDeferred(true);
-    g_pMgr->SetVersionQuery(AnswerAlternative);
-    g_pMgr->ReloadDeferred(true);
-    g_pMgr->SetLoadObserver(nullptr, nullptr);
+    pMgr->SetLoadObserver(OnTableLoad, &collection);
+    pMgr->LoadDeferList();
+    pMgr->ReloadDeferred(false);
+    pMgr->ReloadDeferred(true);
+    pMgr->SetVersionQuery(AnswerAlternative);
+    pMgr->ReloadDeferred(true);
+    pMgr->SetLoadObserver(nullptr, nullptr);
     LogSetObserver(nullptr, nullptr);
     LoadFindingSinkSet(nullptr, nullptr);
     DestroyClientDataMgr();
-    g_pMgr = nullptr;
     MissingFiles(collection);
 
     std::vector<LintFinding>& setFinding = collection.setFinding;
