@@ -18,41 +18,27 @@ std::string SelfPath()
     return nLength > 0 ? std::string(szPath, static_cast<std::size_t>(nLength)) : std::string();
 }
 
-// Splits a stack text of entries "(module address:index) " or "(address:index) "
-// into the module each names ("" for none). Every entry must be well formed,
-// indices count up from 0, and an entry names its module only when it differs
-// from the one named before.
+// The module each entry "(module address:index) " or "(address:index) " of a
+// stack text names ("" for none). Every entry must be well formed, indices
+// count up from 0, and an entry names its module only where it changes.
 std::vector<std::string> ModulesOf(const std::string& strText)
 {
     std::vector<std::string> setModule;
     std::string strPrevious;
     std::size_t nAt = 0;
-    while (nAt < strText.size() && strText[nAt] == '(') {
-        std::size_t nPos = nAt + 1;
-        const std::size_t nColon = strText.find(':', nPos);
-        const std::size_t nBlank = strText.find(' ', nPos);
-        if (nColon == std::string::npos)
-            break;
-        std::string strModule;
-        if (nBlank < nColon) {  // a module precedes the address
-            strModule = strText.substr(nPos, nBlank - nPos);
-            nPos = nBlank + 1;
-        }
-        const std::string strAddress = strText.substr(nPos, nColon - nPos);
-        const bool bAddress =
-            strAddress == "(nil)" || (strAddress.size() > 2 && strAddress.compare(0, 2, "0x") == 0 &&
-                                      strAddress.find_first_not_of("0123456789abcdef", 2) == std::string::npos);
-        const std::size_t nIndexEnd = strText.find_first_not_of("0123456789", nColon + 1);
-        if (!bAddress || nIndexEnd == std::string::npos || nIndexEnd == nColon + 1 ||
-            strText.compare(nIndexEnd, 2, ") ") != 0)
-            break;
-        EXPECT_EQ(std::stoi(strText.substr(nColon + 1)), static_cast<int>(setModule.size())) << strText;
-        if (!strModule.empty()) {
-            EXPECT_NE(strModule, strPrevious) << strText;
-            strPrevious = strModule;
-        }
+    for (std::size_t nEnd; strText.compare(nAt, 1, "(") == 0 && (nEnd = strText.find(") ", nAt)) != std::string::npos;
+         nAt = nEnd + 2) {
+        const std::string strEntry = strText.substr(nAt + 1, nEnd - nAt - 1);
+        const std::size_t nColon = strEntry.rfind(':'), nBlank = strEntry.rfind(' ', nColon);
+        const std::string strModule = nBlank == std::string::npos ? "" : strEntry.substr(0, nBlank);
+        const std::string strAddress = strEntry.substr(nBlank + 1, nColon - nBlank - 1);
+        EXPECT_TRUE(strAddress == "(nil)" || (strAddress.size() > 2 && strAddress.compare(0, 2, "0x") == 0 &&
+                                              strAddress.find_first_not_of("0123456789abcdef", 2) == std::string::npos))
+            << strText;
+        EXPECT_EQ(strEntry.substr(nColon + 1), std::to_string(setModule.size())) << strText;
+        EXPECT_TRUE(strModule.empty() || strModule != strPrevious) << strText;
+        strPrevious = strModule.empty() ? strPrevious : strModule;
         setModule.push_back(strModule);
-        nAt = nIndexEnd + 2;
     }
     EXPECT_EQ(nAt, strText.size()) << strText;
     return setModule;
