@@ -355,25 +355,16 @@ public:
 
 // ---- The data folder -------------------------------------------------------
 
-// Learnable magics of types 1 to nAmount for any profession: 61 columns.
-void WriteMagicFile(size_t nAmount)
+// Magics of types 1 to 5, learnable (column 26) at level 1 (column 27) by
+// any profession (column 18): the type, then columns 2 to 61.
+void WriteMagicFile()
 {
     static CText text;
-    for (size_t nType = 1; nType <= nAmount; ++nType) {
-        for (size_t nColumn = 1; nColumn <= 61; ++nColumn) {
-            switch (nColumn) {
-            case 1: text << nType; break;
-            case 18: text << "9999"; break;
-            case 26: text << "1"; break;
-            case 27: text << "1"; break;
-            case 3: case 38: case 39: case 40: case 41: case 42: case 44: case 45: case 46: case 47: case 53:
-                text << "-";
-                break;
-            default: text << "0";
-            }
-            text << (nColumn < 61 ? " " : "\n");
-        }
-    }
+    const char* const kTypes[] = {"1", "2", "3", "4", "5"};
+    for (const char* szType : kTypes)
+        text << szType
+             << " 0 - 0 0 0 0 0 0 0 0 0 0 0 0 0 0 9999 0 0 0 0 0 0 0 1 1 0 0 0 0 0 0 0 0 0 0 - - - - - 0 - - - - 0 0 0 0 0"
+                " - 0 0 0 0 0 0 0 0\n";
     WriteText("ini/MagicType.ini", text.Get());
     WriteText("ini/MagicTypeEx.ini", "");
 }
@@ -391,7 +382,7 @@ void WriteDataFolder()
               "[5]\nType=3\nLineAmount=3\nLine1=Add_CtrlEffect,1,2,3,4\nLine2=no_such_keyword\n"
               "Line3=Show_Tip_Window,7,8,9,tip, with a comma\n");
     WriteText("ini/Font.ini", "[FontList]\nAmount=1\n[Font1]\nName=SimSunExtendedFaceName\nSize=12\n");
-    WriteMagicFile(5);
+    WriteMagicFile();
 }
 
 // ---- The checks ------------------------------------------------------------
