@@ -38,21 +38,17 @@ bool HostNameIsLocal()
 bool IsPromotionBody(std::string strBody, int nType, const std::string& strTail)
 {
     const std::string strHead = "Posttype=" + std::to_string(nType) + "&";
+    unsigned n[4];
+    int nUsed = 0;
     if (strBody.compare(0, strHead.size(), strHead) != 0)
         return false;
     strBody.erase(0, strHead.size());
-    if (strBody.compare(0, 8, "LocalIP=") == 0) {
-        const std::size_t nEnd = strBody.find('&');
-        const std::string strAddress = strBody.substr(8, nEnd - 8);
-        unsigned n[4];
-        char cMore;
-        if (nEnd == std::string::npos || strAddress.find_first_not_of("0123456789.") != std::string::npos ||
-            std::sscanf(strAddress.c_str(), "%u.%u.%u.%u%c", &n[0], &n[1], &n[2], &n[3], &cMore) != 4)
-            return false;
-        strBody.erase(0, nEnd + 1);
-    }
-    return strBody.size() == 17 + strTail.size() && strBody.compare(0, 4, "MAC=") == 0 && strBody[16] == '&' &&
-           strBody.find_first_not_of("0123456789ABCDEF", 4) == 16 && strBody.compare(17, strTail.size(), strTail) == 0;
+    if (std::sscanf(strBody.c_str(), "LocalIP=%3u.%3u.%3u.%3u&%n", &n[0], &n[1], &n[2], &n[3], &nUsed) == 4 &&
+        nUsed > 0)
+        strBody.erase(0, static_cast<std::size_t>(nUsed));
+    return strBody.size() == 17 + strTail.size() && strBody.compare(0, 4, "MAC=") == 0 &&
+           strBody.find_first_not_of("0123456789ABCDEF", 4) == 16 &&
+           strBody.compare(16, std::string::npos, "&" + strTail) == 0;
 }
 
 class PromotionReportTest : public ReportTest {
