@@ -199,9 +199,7 @@ TEST_F(ZelStringTest, FormatMeasuresBeforeWriting)
         void (*format)(CZelString&);
     } kCases[] = {
         {3, "a%b", [](CZelString& s) { s.Format("a%%b"); }},
-        {3, "\xC4\xE3!", [](CZelString& s) { s.Format("\xC4\xE3!"); }},
         {6, "(null)", [](CZelString& s) { s.Format("%s", static_cast<const char*>(nullptr)); }},
-        {1, "", [](CZelString& s) { s.Format("%s", ""); }},
         {2, "ab", [](CZelString& s) { s.Format("%.2s", "abcdef"); }},
         {8, "      ab", [](CZelString& s) { s.Format("%8s", "ab"); }},
         {5, "   ab", [](CZelString& s) { s.Format("%*s", 5, "ab"); }},
@@ -209,9 +207,7 @@ TEST_F(ZelStringTest, FormatMeasuresBeforeWriting)
         {40, "                    0000000042", [](CZelString& s) { s.Format("%30.10x", 0x42); }},
         {34, "0x1f", [](CZelString& s) { s.Format("%#x", 31); }},
         {65, "-9000000000 7", [](CZelString& s) { FormatThrough(s, "%I64d %d", -9000000000LL, 7); }},
-        {2, "z", [](CZelString& s) { s.Format("%c", 'z'); }},
         {128, "0.5", [](CZelString& s) { s.Format("%g", 0.5); }},
-        {8, "1.500000", [](CZelString& s) { s.Format("%f", 1.5); }},
         {12, "        2.25", [](CZelString& s) { s.Format("%12.2f", 2.25); }},
         {8, "1.500000", [](CZelString& s) { FormatThrough(s, "%Lf", 1.5); }},
         {1, "x",
