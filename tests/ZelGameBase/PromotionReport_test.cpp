@@ -3,17 +3,16 @@
 #include <unistd.h>
 
 #include <algorithm>
-#include <cstdio>
 #include <fstream>
 #include <sstream>
 #include <string>
+#include <vector>
 
 #include "ZelGameBase/ReportFixture.h"
 
 namespace {
 
 const char kPublicOn[] = "[Setting]\nPublic=1\n";
-const char kEndpoint[] = "Server=127.0.0.1\nAction=/popular/report.aspx\n";
 
 // Resolving the host's own name must not ask a name server on the network:
 // the name must stand in /etc/hosts, after the address of its line.
@@ -31,24 +30,6 @@ bool HostNameIsLocal()
                 return true;
     }
     return false;
-}
-
-// True when strBody is "Posttype=<nType>&", an optional "LocalIP=a.b.c.d&", a
-// "MAC=" of twelve upper-case hexadecimal digits, "&" and then strTail.
-bool IsPromotionBody(std::string strBody, int nType, const std::string& strTail)
-{
-    const std::string strHead = "Posttype=" + std::to_string(nType) + "&";
-    unsigned n[4];
-    int nUsed = 0;
-    if (strBody.compare(0, strHead.size(), strHead) != 0)
-        return false;
-    strBody.erase(0, strHead.size());
-    if (std::sscanf(strBody.c_str(), "LocalIP=%3u.%3u.%3u.%3u&%n", &n[0], &n[1], &n[2], &n[3], &nUsed) == 4 &&
-        nUsed > 0)
-        strBody.erase(0, static_cast<std::size_t>(nUsed));
-    return strBody.size() == 17 + strTail.size() && strBody.compare(0, 4, "MAC=") == 0 &&
-           strBody.find_first_not_of("0123456789ABCDEF", 4) == 16 &&
-           strBody.compare(16, std::string::npos, "&" + strTail) == 0;
 }
 
 class PromotionReportTest : public ReportTest {
@@ -84,50 +65,45 @@ TEST(PromotionFieldsAppend, KeepsTheFixedOrderAndEncodesNothing)
     EXPECT_STREQ(szSmall, "Posttype=1&MAC=");
 }
 
-TEST_F(PromotionReportTest, PostsTheBodyWithDefaultOrConfiguredCodes)
+// Only with both switches on and a whole endpoint does a report go out: the
+// event, the fields, and the codes as configured or by default.
+TEST_F(PromotionReportTest, PostsOnlyWithBothSwitchesOnAndAWholeEndpoint)
 {
-    WriteFile("ini/PublicSet.ini", kPublicOn);
+    const std::string strOn = "Enable=1\nServer=127.0.0.1\nAction=/p\n";
     const struct {
-        const char* szPopular;
-        int nType;
-        const char* szTail;
+        const char* szPublic;
+        std::string strPopular;
+        const char* szCodes;  // null: nothing is posted
     } kCases[] = {
-        {"Enable=1\n", 3, "Gamecode=29&Usercode=0"},
-        {"Enable=7\nGamecode=31\nUsercode=a=b\n", -2, "Gamecode=31&Usercode=a=b"},
+        {"[Setting]\nPublic=0\n", "", nullptr},  // the master switch off leaves the promotion file unread
+        {"[Setting]\nPublic=0\n", strOn, nullptr},
+        {"[Other]\nPublic=1\n", strOn, nullptr},
+        {kPublicOn, "Enable=0\nServer=127.0.0.1\nAction=/p\n", nullptr},
+        {kPublicOn, "Server=127.0.0.1\nAction=/p\n", nullptr},
+        {kPublicOn, "Enable=1\nAction=/p\n", nullptr},
+        {kPublicOn, "Enable=1\nServer=127.0.0.1\n", nullptr},
+        {kPublicOn, strOn, "&Gamecode=29&Usercode=0"},
+        {kPublicOn, "Enable=7\nGamecode=31\nUsercode=a=b\n" + strOn, "&Gamecode=31&Usercode=a=b"},
     };
     for (const auto& c : kCases) {
-        WriteFile("ini/Popularize.ini", std::string("[Popular]\n") + c.szPopular + kEndpoint);
-        PromotionReport(c.nType);
-        WorkersWait();
-        const std::string strRequest = m_server.Requests().back();
-        const std::string strHead = LoopbackHttpServer::HeadOf(strRequest);
-        EXPECT_EQ(strHead.substr(0, strHead.find("\r\n")), "POST /popular/report.aspx HTTP/1.1");
-        EXPECT_NE(strHead.find("\r\nContent-Type: application/x-www-form-urlencoded"), std::string::npos);
-        EXPECT_TRUE(IsPromotionBody(LoopbackHttpServer::BodyOf(strRequest), c.nType, c.szTail)) << strRequest;
-    }
-    EXPECT_EQ(m_server.Requests().size(), 2u);
-}
-
-TEST_F(PromotionReportTest, SwitchesOffOrNoEndpointSendNothing)
-{
-    const std::pair<const char*, const char*> kCases[] = {
-        {"[Setting]\nPublic=0\n", ""},  // the master switch off leaves the promotion file unread
-        {"[Setting]\nPublic=0\n", "Enable=1\nServer=127.0.0.1\nAction=/p\n"},
-        {"[Other]\nPublic=1\n", "Enable=1\nServer=127.0.0.1\nAction=/p\n"},
-        {kPublicOn, "Enable=0\nServer=127.0.0.1\nAction=/p\n"},
-        {kPublicOn, "Server=127.0.0.1\nAction=/p\n"},
-        {kPublicOn, "Enable=1\nAction=/p\n"},
-        {kPublicOn, "Enable=1\nServer=127.0.0.1\n"},
-    };
-    for (const auto& c : kCases) {
-        WriteFile("ini/PublicSet.ini", c.first);
-        WriteFile("ini/Popularize.ini", std::string("[Popular]\n") + c.second);
-        PromotionReport(1);
+        const std::size_t nBefore = m_server.Requests().size();
+        WriteFile("ini/PublicSet.ini", c.szPublic);
+        WriteFile("ini/Popularize.ini", "[Popular]\n" + c.strPopular);
+        PromotionReport(-2);
         WorkersWait();
         EXPECT_TRUE(&c != kCases || DebugText().find("Popularize") == std::string::npos) << DebugText();
+        const std::vector<std::string> setRequest = m_server.Requests();
+        ASSERT_EQ(setRequest.size(), nBefore + (c.szCodes != nullptr)) << c.szPublic << c.strPopular;
+        if (c.szCodes == nullptr)
+            continue;
+        const std::string strBody = LoopbackHttpServer::BodyOf(setRequest.back());
+        const std::string strCodes = c.szCodes;
+        EXPECT_EQ(setRequest.back().rfind("POST /p HTTP/1.1\r\n", 0), 0u);
+        EXPECT_EQ(strBody.rfind("Posttype=-2&", 0), 0u) << strBody;
+        EXPECT_NE(strBody.find("MAC="), std::string::npos) << strBody;
+        EXPECT_EQ(strBody.substr(strBody.size() - std::min(strBody.size(), strCodes.size())), strCodes) << strBody;
     }
     EXPECT_NE(DebugText().find("Enable not found in ini/Popularize.ini"), std::string::npos) << DebugText();
-    EXPECT_TRUE(m_server.Requests().empty());
 }
 
 TEST(AdapterMacGet, ClearsItsOutputFirst)
