@@ -1,7 +1,6 @@
 // A tiny HTTP server on 127.0.0.1 for the report tests: it accepts
-// connections on a port of its own, keeps every request's raw bytes (request
-// line, headers and body as they arrived), answers "200 OK" and closes.
-// Connections that send nothing (a bare connect) are counted apart.
+// connections on a port of its own, keeps every request's raw bytes, answers
+// "200 OK" and closes. Connections that send nothing are counted apart.
 #pragma once
 
 #include <arpa/inet.h>
@@ -20,64 +19,43 @@
 
 class LoopbackHttpServer {
 public:
-    LoopbackHttpServer()
+    LoopbackHttpServer() : m_hListen(Bound(&m_nPort))
     {
-        m_hListen = socket(AF_INET, SOCK_STREAM, 0);
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        address.sin_port = 0;
-        bind(m_hListen, reinterpret_cast<sockaddr*>(&address), sizeof(address));
         listen(m_hListen, 16);
-        socklen_t nLength = sizeof(address);
-        getsockname(m_hListen, reinterpret_cast<sockaddr*>(&address), &nLength);
-        m_nPort = ntohs(address.sin_port);
         m_thread = std::thread([this] { Serve(); });
     }
-
     ~LoopbackHttpServer()
     {
         m_bStop = true;
         m_thread.join();
         close(m_hListen);
     }
-
     LoopbackHttpServer(const LoopbackHttpServer&) = delete;
     LoopbackHttpServer& operator=(const LoopbackHttpServer&) = delete;
 
     int Port() const { return m_nPort; }
-
+    int BareConnections() const { return m_nBare.load(); }
     std::vector<std::string> Requests()
     {
         std::lock_guard<std::mutex> lock(m_lock);
         return m_setRequest;
     }
-    int BareConnections() const { return m_nBare.load(); }
-
-    // Waits until nCount requests have arrived (or the time is up).
-    std::vector<std::string> WaitRequests(std::size_t nCount, int nTimeoutMs = 10000)
+    // Waits until nCount requests have arrived (or ten seconds have passed).
+    std::vector<std::string> WaitRequests(std::size_t nCount)
     {
-        const auto deadline = std::chrono::steady_clock::now() + std::chrono::milliseconds(nTimeoutMs);
+        const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
         while (Requests().size() < nCount && std::chrono::steady_clock::now() < deadline)
             std::this_thread::sleep_for(std::chrono::milliseconds(5));
         return Requests();
     }
 
-    // A loopback port on which nothing listens: bound, then released.
+    // A loopback port on which nothing listens.
     static int ClosedPort()
     {
-        const int hSocket = socket(AF_INET, SOCK_STREAM, 0);
-        sockaddr_in address{};
-        address.sin_family = AF_INET;
-        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-        bind(hSocket, reinterpret_cast<sockaddr*>(&address), sizeof(address));
-        socklen_t nLength = sizeof(address);
-        getsockname(hSocket, reinterpret_cast<sockaddr*>(&address), &nLength);
-        close(hSocket);
-        return ntohs(address.sin_port);
+        int nPort = 0;
+        close(Bound(&nPort));
+        return nPort;
     }
-
-    // The parts of one raw request.
     static std::string HeadOf(const std::string& strRequest)
     {
         return strRequest.substr(0, strRequest.find("\r\n\r\n"));
@@ -89,13 +67,25 @@ public:
     }
 
 private:
+    // A socket bound to a free loopback port.
+    static int Bound(int* pPort)
+    {
+        const int hSocket = socket(AF_INET, SOCK_STREAM, 0);
+        sockaddr_in address{};
+        address.sin_family = AF_INET;
+        address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+        bind(hSocket, reinterpret_cast<sockaddr*>(&address), sizeof(address));
+        socklen_t nLength = sizeof(address);
+        getsockname(hSocket, reinterpret_cast<sockaddr*>(&address), &nLength);
+        *pPort = ntohs(address.sin_port);
+        return hSocket;
+    }
+
     void Serve()
     {
         while (!m_bStop) {
             pollfd waiting{m_hListen, POLLIN, 0};
-            if (poll(&waiting, 1, 20) <= 0)
-                continue;
-            const int hClient = accept(m_hListen, nullptr, nullptr);
+            const int hClient = poll(&waiting, 1, 20) > 0 ? accept(m_hListen, nullptr, nullptr) : -1;
             if (hClient < 0)
                 continue;
             std::string strRequest = ReadRequest(hClient);
@@ -122,25 +112,21 @@ private:
         char buffer[4096];
         for (;;) {
             const std::size_t nHeadEnd = strRequest.find("\r\n\r\n");
-            if (nHeadEnd != std::string::npos) {
-                const std::size_t nLengthAt = strRequest.find("Content-Length: ");
-                const std::size_t nBody =
-                    nLengthAt < nHeadEnd ? std::strtoul(&strRequest[nLengthAt + 16], nullptr, 10) : 0;
-                if (strRequest.size() >= nHeadEnd + 4 + nBody)
-                    return strRequest;
-            }
-            pollfd readable{hClient, POLLIN, 0};
-            if (poll(&readable, 1, 5000) <= 0)
+            const std::size_t nLengthAt = strRequest.find("Content-Length: ");
+            if (nHeadEnd != std::string::npos &&
+                strRequest.size() >=
+                    nHeadEnd + 4 + (nLengthAt < nHeadEnd ? std::strtoul(&strRequest[nLengthAt + 16], nullptr, 10) : 0))
                 return strRequest;
-            const ssize_t nRead = recv(hClient, buffer, sizeof(buffer), 0);
+            pollfd readable{hClient, POLLIN, 0};
+            const ssize_t nRead = poll(&readable, 1, 5000) > 0 ? recv(hClient, buffer, sizeof(buffer), 0) : 0;
             if (nRead <= 0)
                 return strRequest;
             strRequest.append(buffer, static_cast<std::size_t>(nRead));
         }
     }
 
-    int m_hListen = -1;
     int m_nPort = 0;
+    int m_hListen;
     std::atomic<bool> m_bStop{false};
     std::atomic<int> m_nBare{0};
     std::mutex m_lock;
