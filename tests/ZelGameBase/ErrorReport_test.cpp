@@ -76,27 +76,6 @@ TEST_F(ErrorReportTest, OnlyFourReportsArePostedNetErrorsWithoutLimitAndEachCutA
     EXPECT_EQ(LogEntryCount(), 0);
 }
 
-TEST_F(ErrorReportTest, SettingsThatStopThePostStillLeaveTheLogEntry)
-{
-    const char* setSetup[] = {
-        "[DumpError]\nEnable=0\nServer=127.0.0.1\nAction=/e\nClient=Zel\n",
-        "[DumpError]\nEnable=2\nServer=127.0.0.1\nAction=/e\nClient=Zel\n",
-        "[DumpError]\nServer=127.0.0.1\nAction=/e\nClient=Zel\n",
-        "[DumpError]\nEnable=1\nAction=/e\nClient=Zel\n",
-        "[DumpError]\nEnable=1\nServer=127.0.0.1\nClient=Zel\n",
-        "[DumpError]\nEnable=1\nServer=127.0.0.1\nAction=/e\n",
-        "[Other]\nEnable=1\nServer=127.0.0.1\nAction=/e\nClient=Zel\n",
-    };
-    for (const char* szSetup : setSetup) {
-        WriteFile("ini/GameSetup.ini", szSetup);
-        ErrorPostCountReset();
-        ErrorReport(nullptr, "case %s", szSetup);
-        WorkersWait();
-        EXPECT_NE(LogText().find(std::string("case ") + szSetup), std::string::npos) << szSetup;
-    }
-    EXPECT_TRUE(m_server.Requests().empty());
-}
-
 TEST_F(ErrorReportTest, LogOnlyFormsPostNothingAndAHexDumpStopsAt256Bytes)
 {
     WriteFile("ini/GameSetup.ini", kSetup);
