@@ -14,56 +14,6 @@ namespace {
 
 using EncryptDataTest = DataFolderTest;
 
-TEST(EncryptDataBufferTest, RoundTripsAcrossTheKeyLengthAndBytesRotateByPosition)
-{
-    for (std::size_t nSize : {127u, 128u, 129u, 1000u}) {
-        std::vector<unsigned char> setPlain(nSize), setWork;
-        for (std::size_t i = 0; i < nSize; ++i)
-            setPlain[i] = static_cast<unsigned char>(i * 37 + i / 8);
-        setWork = setPlain;
-        CEncryptData(kEncryptDataSeed).EncryptBuffer(setWork.data(), setWork.size());
-        EXPECT_NE(setWork, setPlain) << nSize;
-        CEncryptData(kEncryptDataSeed).DecryptBuffer(setWork.data(), setWork.size());
-        EXPECT_EQ(setWork, setPlain) << nSize;
-    }
-
-    // After srand(1), rand() gives 41, 18467, 6334: key bytes 0x29, 0x23, 0xBE.
-    // Byte 0 is only XORed; byte 1 is rotated left by 1 first; byte 2 by 2.
-    std::vector<unsigned char> setByte = {0x00, 0x80, 0x41};
-    CEncryptData(1).EncryptBuffer(setByte.data(), setByte.size());
-    EXPECT_EQ(setByte, (std::vector<unsigned char>{0x29, 0x01 ^ 0x23, 0x05 ^ 0xBE}));
-}
-
-TEST_F(EncryptDataTest, ScrambledFileLoadsAndReadsLineByLineWithinItsBounds)
-{
-    WriteFile("plain.txt", "first line\r\nsecond\nlast without feed");
-    WriteFile("empty.bin", "");
-    CEncryptData writer(77);
-    ASSERT_TRUE(writer.EncryptFile("plain.txt"));
-    ASSERT_EQ(ReadWholeFile("plain.txt.encrypt").size(), 36u);
-    EXPECT_EQ(ReadWholeFile("plain.txt.encrypt").find("second"), std::string::npos);
-
-    CEncryptData reader(77);
-    ASSERT_TRUE(reader.Load("plain.txt.encrypt"));
-    EXPECT_EQ(reader.GetSize(), 36);
-    char szLine[64] = "ZZZZZZZ";
-    EXPECT_EQ(reader.ReadLine(szLine, 4), 4);
-    EXPECT_STREQ(szLine, "firsZZZ");  // only nSize bytes touched
-    EXPECT_EQ(reader.ReadLine(szLine, -3), 0);
-    std::vector<std::string> setLine;
-    for (int nCount; (nCount = reader.ReadLine(szLine, sizeof(szLine) - 1)) > 0;)
-        setLine.emplace_back(szLine, static_cast<std::size_t>(nCount));
-    EXPECT_EQ(setLine, (std::vector<std::string>{"t line\r\n", "second\n", "last without feed"}));
-
-    // A failed load empties the object; an empty file loads empty.
-    EXPECT_FALSE(reader.Load("missing.bin"));
-    EXPECT_EQ(reader.ReadLine(szLine, 8), 0);
-    EXPECT_FALSE(reader.Load(nullptr));
-    EXPECT_FALSE(reader.EncryptFile("missing.bin"));
-    EXPECT_TRUE(reader.Load("empty.bin"));
-    EXPECT_EQ(reader.ReadLine(szLine, 8), 0);
-}
-
 TEST_F(EncryptDataTest, StringKeeps255CharactersAndRejects256)
 {
     for (const std::string& strText :
