@@ -14,8 +14,6 @@
 #include <stddef.h>
 #include <stdint.h>
 
-// ---- Win32, declared by hand --------------------------------------------
-
 extern "C" {
 __declspec(dllimport) void* __stdcall LoadLibraryA(const char* szName);
 __declspec(dllimport) void* __stdcall GetProcAddress(void* hModule, const char* szName);
@@ -69,41 +67,23 @@ bool Equal(const char* a, const char* b)
     return *a == *b;
 }
 
-// ---- Output --------------------------------------------------------------
-
 void Print(const char* sz)
 {
     unsigned long nWritten = 0;
     WriteFile(GetStdHandle(kStdOutput), sz, static_cast<unsigned long>(Length(sz)), &nWritten, nullptr);
 }
 
-// A bounded text builder for file contents and messages.
-class CText {
-public:
-    CText& operator<<(const char* sz)
-    {
-        while (*sz != '\0' && m_nSize + 1 < sizeof(m_szText)) m_szText[m_nSize++] = *sz++;
-        m_szText[m_nSize] = '\0';
-        return *this;
-    }
-    CText& operator<<(size_t n)
-    {
-        char szDigits[24];
-        int i = 23;
-        szDigits[i] = '\0';
-        do {
-            szDigits[--i] = static_cast<char>('0' + n % 10);
-            n /= 10;
-        } while (n != 0);
-        return *this << (szDigits + i);
-    }
-    const char* Get() const { return m_szText; }
-    size_t Size() const { return m_nSize; }
-
-private:
-    char m_szText[16384] = "";
-    size_t m_nSize = 0;
-};
+void PrintNumber(int n)
+{
+    char szDigits[12];
+    int i = 11;
+    szDigits[i] = '\0';
+    do {
+        szDigits[--i] = static_cast<char>('0' + n % 10);
+        n /= 10;
+    } while (n != 0);
+    Print(szDigits + i);
+}
 
 int g_nChecks = 0;
 int g_nFailed = 0;
@@ -130,8 +110,7 @@ void WriteText(const char* szPath, const char* szText)
     CloseHandle(hFile);
 }
 
-// ---- The client library's memory rule ------------------------------------
-// operator new and malloc take the process heap; a block of 4096 bytes or
+// The client library's memory rule: operator new and malloc take the process heap; a block of 4096 bytes or
 // more is aligned to 32 with the address really allocated just below it.
 
 const size_t kBigBlock = 4096;
@@ -179,8 +158,7 @@ void Deallocate(void* pBlock, size_t nBytes)
         Check(false, "a block freed by the client's rule");
 }
 
-// ---- The client library's string and array, by layout ---------------------
-
+// The client library's string and array, by layout.
 struct MsString {
     union {
         char buf[16];
@@ -241,8 +219,7 @@ struct ZelString {
     }
 };
 
-// ---- The interfaces, in slot order ----------------------------------------
-
+// The interfaces, in slot order.
 using VersionQueryFn = int (*)();
 
 class IClientDataMgr {
@@ -353,19 +330,18 @@ public:
     virtual int GetDefaultFontValue() = 0;       // 17
 };
 
-// ---- The data folder -------------------------------------------------------
-
 // Magics of types 1 to 5, learnable (column 26) at level 1 (column 27) by
 // any profession (column 18): the type, then columns 2 to 61.
 void WriteMagicFile()
 {
-    static CText text;
-    const char* const kTypes[] = {"1", "2", "3", "4", "5"};
-    for (const char* szType : kTypes)
-        text << szType
-             << " 0 - 0 0 0 0 0 0 0 0 0 0 0 0 0 0 9999 0 0 0 0 0 0 0 1 1 0 0 0 0 0 0 0 0 0 0 - - - - - 0 - - - - 0 0 0 0 0"
-                " - 0 0 0 0 0 0 0 0\n";
-    WriteText("ini/MagicType.ini", text.Get());
+    static const char kLine[] =
+        "0 0 - 0 0 0 0 0 0 0 0 0 0 0 0 0 0 9999 0 0 0 0 0 0 0 1 1 0 0 0 0 0 0 0 0 0 0 - - - - - 0 - - - - 0 0 0 0 0 - 0 0 0 "
+        "0 0 0 0 0\n";
+    static char szText[5 * sizeof(kLine)];
+    for (int nType = 0; nType < 5; ++nType)
+        for (size_t i = 0; i < sizeof(kLine); ++i)
+            szText[nType * (sizeof(kLine) - 1) + i] = i == 0 ? static_cast<char>('1' + nType) : kLine[i];
+    WriteText("ini/MagicType.ini", szText);
     WriteText("ini/MagicTypeEx.ini", "");
 }
 
@@ -385,28 +361,24 @@ void WriteDataFolder()
     WriteMagicFile();
 }
 
-// ---- The checks ------------------------------------------------------------
-
 void CheckFileNames(IClientDataMgr* pMgr)
 {
     Print("slot 6, a string returned by value\n");
     const struct {
         void* pTable;
-        const char* szName;
-    } kCases[] = {{pMgr->Accessor9(), "ItemType.dat"},
-                  {pMgr->Accessor10(), "ItemAddition.ini"},  // 16 characters: on the heap
-                  {pMgr->Accessor151(), ""}};                 // a fixed path: no name
+        const char *szName, *szLabel;
+    } kCases[] = {{pMgr->Accessor9(), "ItemType.dat", "file name \"ItemType.dat\", in the string's buffer"},
+                  {pMgr->Accessor10(), "ItemAddition.ini", "file name \"ItemAddition.ini\", on the heap"},
+                  {pMgr->Accessor151(), "", "a fixed path: no file name"}};
     for (const auto& c : kCases) {
         MsString strName = static_cast<CDataTable*>(c.pTable)->GetFileName();
-        CText what;
-        what << "file name \"" << strName.Text() << "\"";
         bool bOk = strName.nSize == Length(c.szName) && Equal(strName.Text(), c.szName) &&
                    strName.nCapacity >= strName.nSize;
         if (strName.IsOnHeap())
             bOk = bOk && IsHeapBlock(strName.bx.ptr, strName.nCapacity + 1);
         else
             bOk = bOk && strName.nCapacity == 15;
-        Check(bOk, what.Get());
+        Check(bOk, c.szLabel);
     }
 }
 
@@ -534,10 +506,11 @@ extern "C" int ClientMain()
     }  // freed here by the client's rule
     Check(HeapValidate(GetProcessHeap(), 0, nullptr) != 0, "the process heap validates");
 
-    CText summary;
-    summary << "MSVC-ABI client: " << static_cast<size_t>(g_nChecks) << " checks, "
-            << static_cast<size_t>(g_nFailed) << " failed\n";
-    Print(summary.Get());
+    Print("MSVC-ABI client: ");
+    PrintNumber(g_nChecks);
+    Print(" checks, ");
+    PrintNumber(g_nFailed);
+    Print(" failed\n");
     ExitProcess(g_nFailed == 0 ? 0 : 1);
     return 0;
 }
