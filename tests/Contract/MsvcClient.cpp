@@ -14,8 +14,6 @@
 #include <stddef.h>
 #include <stdint.h>
 
-// ---- Win32, declared by hand --------------------------------------------
-
 extern "C" {
 __declspec(dllimport) void* __stdcall LoadLibraryA(const char* szName);
 __declspec(dllimport) void* __stdcall GetProcAddress(void* hModule, const char* szName);
@@ -69,41 +67,23 @@ bool Equal(const char* a, const char* b)
     return *a == *b;
 }
 
-// ---- Output --------------------------------------------------------------
-
 void Print(const char* sz)
 {
     unsigned long nWritten = 0;
     WriteFile(GetStdHandle(kStdOutput), sz, static_cast<unsigned long>(Length(sz)), &nWritten, nullptr);
 }
 
-// A bounded text builder for file contents and messages.
-class CText {
-public:
-    CText& operator<<(const char* sz)
-    {
-        while (*sz != '\0' && m_nSize + 1 < sizeof(m_szText)) m_szText[m_nSize++] = *sz++;
-        m_szText[m_nSize] = '\0';
-        return *this;
-    }
-    CText& operator<<(size_t n)
-    {
-        char szDigits[24];
-        int i = 23;
-        szDigits[i] = '\0';
-        do {
-            szDigits[--i] = static_cast<char>('0' + n % 10);
-            n /= 10;
-        } while (n != 0);
-        return *this << (szDigits + i);
-    }
-    const char* Get() const { return m_szText; }
-    size_t Size() const { return m_nSize; }
-
-private:
-    char m_szText[16384] = "";
-    size_t m_nSize = 0;
-};
+void PrintNumber(int n)
+{
+    char szDigits[12];
+    int i = 11;
+    szDigits[i] = '\0';
+    do {
+        szDigits[--i] = static_cast<char>('0' + n % 10);
+        n /= 10;
+    } while (n != 0);
+    Print(szDigits + i);
+}
 
 int g_nChecks = 0;
 int g_nFailed = 0;
@@ -130,8 +110,7 @@ void WriteText(const char* szPath, const char* szText)
     CloseHandle(hFile);
 }
 
-// ---- The client library's memory rule ------------------------------------
-// operator new and malloc take the process heap; a block of 4096 bytes or
+// The client library's memory rule: operator new and malloc take the process heap; a block of 4096 bytes or
 // more is aligned to 32 with the address really allocated just below it.
 
 const size_t kBigBlock = 4096;
@@ -179,8 +158,7 @@ void Deallocate(void* pBlock, size_t nBytes)
         Check(false, "a block freed by the client's rule");
 }
 
-// ---- The client library's string and array, by layout ---------------------
-
+// The client library's string and array, by layout.
 struct MsString {
     union {
         char buf[16];
@@ -241,8 +219,7 @@ struct ZelString {
     }
 };
 
-// ---- The interfaces, in slot order ----------------------------------------
-
+// The interfaces, in slot order.
 using VersionQueryFn = int (*)();
 
 class IClientDataMgr {
@@ -353,33 +330,18 @@ public:
     virtual int GetDefaultFontValue() = 0;       // 17
 };
 
-class ICommonIni : public CDataTable {
-public:
-    virtual int GetMaleFaceAmount() = 0;  // 7
-};
-
-// ---- The data folder -------------------------------------------------------
-
-// Learnable magics of types 1 to nAmount for any profession: 61 columns.
-void WriteMagicFile(size_t nAmount)
+// Magics of types 1 to 5, learnable (column 26) at level 1 (column 27) by
+// any profession (column 18): the type, then columns 2 to 61.
+void WriteMagicFile()
 {
-    static CText text;
-    for (size_t nType = 1; nType <= nAmount; ++nType) {
-        for (size_t nColumn = 1; nColumn <= 61; ++nColumn) {
-            switch (nColumn) {
-            case 1: text << nType; break;
-            case 18: text << "9999"; break;
-            case 26: text << "1"; break;
-            case 27: text << "1"; break;
-            case 3: case 38: case 39: case 40: case 41: case 42: case 44: case 45: case 46: case 47: case 53:
-                text << "-";
-                break;
-            default: text << "0";
-            }
-            text << (nColumn < 61 ? " " : "\n");
-        }
-    }
-    WriteText("ini/MagicType.ini", text.Get());
+    static const char kLine[] =
+        "0 0 - 0 0 0 0 0 0 0 0 0 0 0 0 0 0 9999 0 0 0 0 0 0 0 1 1 0 0 0 0 0 0 0 0 0 0 - - - - - 0 - - - - 0 0 0 0 0 - 0 0 0 "
+        "0 0 0 0 0\n";
+    static char szText[5 * sizeof(kLine)];
+    for (int nType = 0; nType < 5; ++nType)
+        for (size_t i = 0; i < sizeof(kLine); ++i)
+            szText[nType * (sizeof(kLine) - 1) + i] = i == 0 ? static_cast<char>('1' + nType) : kLine[i];
+    WriteText("ini/MagicType.ini", szText);
     WriteText("ini/MagicTypeEx.ini", "");
 }
 
@@ -388,7 +350,6 @@ const char kLongSpeech[] = "a line long enough for the heap";
 void WriteDataFolder()
 {
     CreateDirectoryA("ini", nullptr);
-    WriteText("ini/Common.ini", "[Playerface]\nMaleFaceAmount=12\n");
     WriteText("ini/ItemCategory.dat", "[Sword]\nIDRange=1000-1005,2000\n");
     WriteText("ini/monsterspeak.ini",
               "[77]\nAttackAmount=2\nAttack0=hit\nAttackProbability0=600\nAttack1=a line long enough for the heap\n"
@@ -396,55 +357,35 @@ void WriteDataFolder()
     WriteText("ini/BattleTutorial.ini",
               "[5]\nType=3\nLineAmount=3\nLine1=Add_CtrlEffect,1,2,3,4\nLine2=no_such_keyword\n"
               "Line3=Show_Tip_Window,7,8,9,tip, with a comma\n");
-    WriteText("ini/FontSetting.ini", "GUIFontShadow=1\nGUIFontShadowColor=404040\nChatFont=Font/simsun.ttf\n");
     WriteText("ini/Font.ini", "[FontList]\nAmount=1\n[Font1]\nName=SimSunExtendedFaceName\nSize=12\n");
-    WriteText("strres.txt", "12=a=b\n13=\n");
-    WriteMagicFile(5);
+    WriteMagicFile();
 }
-
-// ---- The checks ------------------------------------------------------------
 
 void CheckFileNames(IClientDataMgr* pMgr)
 {
     Print("slot 6, a string returned by value\n");
     const struct {
         void* pTable;
-        const char* szName;
-    } kCases[] = {{pMgr->Accessor9(), "ItemType.dat"},
-                  {pMgr->Accessor11(), "MagicType.ini"},
-                  {pMgr->Accessor10(), "ItemAddition.ini"},  // 16 characters: on the heap
-                  {pMgr->Accessor151(), ""}};                 // a fixed path: no name
+        const char *szName, *szLabel;
+    } kCases[] = {{pMgr->Accessor9(), "ItemType.dat", "file name \"ItemType.dat\", in the string's buffer"},
+                  {pMgr->Accessor10(), "ItemAddition.ini", "file name \"ItemAddition.ini\", on the heap"},
+                  {pMgr->Accessor151(), "", "a fixed path: no file name"}};
     for (const auto& c : kCases) {
         MsString strName = static_cast<CDataTable*>(c.pTable)->GetFileName();
-        CText what;
-        what << "file name \"" << strName.Text() << "\"";
         bool bOk = strName.nSize == Length(c.szName) && Equal(strName.Text(), c.szName) &&
                    strName.nCapacity >= strName.nSize;
         if (strName.IsOnHeap())
             bOk = bOk && IsHeapBlock(strName.bx.ptr, strName.nCapacity + 1);
         else
             bOk = bOk && strName.nCapacity == 15;
-        Check(bOk, what.Get());
+        Check(bOk, c.szLabel);
     }
-}
-
-void CheckManager(IClientDataMgr* pMgr)
-{
-    Print("manager operations\n");
-    pMgr->LoadStrRes("strres.txt");
-    Check(Equal(pMgr->GetStrRes(12), "a=b"), "GetStrRes(12) is \"a=b\"");
-    Check(Equal(pMgr->GetStrRes(13), ""), "GetStrRes(13) is empty");
-    Check(Equal(pMgr->GetStrRes(999), ""), "a missing id gives the empty text");
-    Check(pMgr->GetVersionQuery() == nullptr, "no version callback before one is set");
-    Check(static_cast<ICommonIni*>(pMgr->Accessor151())->GetMaleFaceAmount() == 12,
-          "common settings through their slot");
 }
 
 void CheckLearnable(IClientDataMgr* pMgr)
 {
     Print("CollectLearnable into the client's array\n");
     IMagicData* pMagic = static_cast<IMagicData*>(pMgr->Accessor11());
-    Check(pMagic->GetAmount() == 5, "five magic records");
     MsVector<const MagicTypeInfo*> setList;
     setList.Fill(3, nullptr);  // emptied first, then grown by the library
     pMagic->CollectLearnable(10, 10, &setList);
@@ -459,7 +400,6 @@ void CheckCategoryIds(IClientDataMgr* pMgr)
 {
     Print("GetCategoryIds appending to a big block of the client's\n");
     IItemCategory* pCategory = static_cast<IItemCategory*>(pMgr->Accessor37());
-    Check(pCategory->IsInCategory("Sword", 2000) == 1, "IsInCategory(\"Sword\", 2000)");
     MsVector<uint32_t> setId;
     setId.Fill(1100, 7u);  // 4400 bytes: a big block, full
     pCategory->GetCategoryIds("Sword", &setId);
@@ -520,8 +460,6 @@ ZelString CheckFont(IClientDataMgr* pMgr)
 {
     Print("the font settings, a string class returned by value\n");
     IFontSetting* pFont = static_cast<IFontSetting*>(pMgr->Accessor88());
-    Check(pFont->GetGUIFontShadowColor() == 0xFF404040u, "GUI shadow colour 0xFF404040");
-    Check(Equal(pFont->GetChatFontFile(), "Font/simsun.ttf"), "chat font file");
     ZelString strName = pFont->GetDefaultFontName();
     Check(Equal(strName.pchData, "SimSunExtendedFaceName") && strName.Data()->nDataLength == 22,
           "the default font name");
@@ -554,7 +492,6 @@ extern "C" int ClientMain()
     pMgr->ReloadDeferred(false);
     pMgr->ReloadDeferred(true);
 
-    CheckManager(pMgr);
     CheckFileNames(pMgr);
     CheckLearnable(pMgr);
     CheckCategoryIds(pMgr);
@@ -569,10 +506,11 @@ extern "C" int ClientMain()
     }  // freed here by the client's rule
     Check(HeapValidate(GetProcessHeap(), 0, nullptr) != 0, "the process heap validates");
 
-    CText summary;
-    summary << "MSVC-ABI client: " << static_cast<size_t>(g_nChecks) << " checks, "
-            << static_cast<size_t>(g_nFailed) << " failed\n";
-    Print(summary.Get());
+    Print("MSVC-ABI client: ");
+    PrintNumber(g_nChecks);
+    Print(" checks, ");
+    PrintNumber(g_nFailed);
+    Print(" failed\n");
     ExitProcess(g_nFailed == 0 ? 0 : 1);
     return 0;
 }

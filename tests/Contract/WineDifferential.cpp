@@ -46,59 +46,32 @@ void Report(bool bAgree, bool bKnownWineDifference, const std::string& strWhat)
     std::printf("DIFFERENT: %s\n", strWhat.c_str());
 }
 
-// ---- private profile --------------------------------------------------
-
 struct ProfileCase {
     const char* szText;
-    const char* szSection;
-    const char* szKey;
     int nDefault;
+    const char* szSection = "S";
+    const char* szKey = "K";
 };
 
-const ProfileCase kProfileCases[] = {{"[S]\nK=42\n", "S", "K", 7},
-                                     {"[Sec]\nKey=5\n", "sEC", "kEY", 7},
-                                     {"  [S]  \n  K  =  7  \n", "S", "K", 1},
-                                     {"[S]\nK=-5\n", "S", "K", 0},
-                                     {"[S]\nK=+5\n", "S", "K", 0},
-                                     {"[S]\nK=0x1f\n", "S", "K", 0},
-                                     {"[S]\nK=0o17\n", "S", "K", 0},
-                                     {"[S]\nK=0b101\n", "S", "K", 0},
-                                     {"[S]\nK=12abc\n", "S", "K", 0},
-                                     {"[S]\nK=abc\n", "S", "K", 9},
-                                     {"[S]\nK=\n", "S", "K", 9},
-                                     {"[S]\nK\n", "S", "K", 9},
-                                     {"[S]\nA=1\n", "S", "K", 9},
-                                     {"[T]\nK=1\n", "S", "K", 9},
-                                     {"[S]\nK=1\nK=2\n", "S", "K", 9},
-                                     {"[S]\nA=1\n[S]\nK=2\n", "S", "K", 9},
-                                     {"[S]\nK=\"15\"\n", "S", "K", 0},
-                                     {"[S]\nK='16'\n", "S", "K", 0},
-                                     {"[S]\nK=4294967296\n", "S", "K", 0},
-                                     {"[S]\nK=99999999999\n", "S", "K", 0},
-                                     {"[S]\nK=4294967295\n", "S", "K", 0},
-                                     {"[S]\rK=3\r", "S", "K", 0},
-                                     {"[S]\r\nK=4\r\n", "S", "K", 0},
-                                     {"[S]\n;K=5\nK=6\n", "S", "K", 0},
-                                     {"[S]\nK=\t8\t\n", "S", "K", 0},
-                                     {"[S]\nK=1 2\n", "S", "K", 0},
-                                     {"[S]\nK=- 5\n", "S", "K", 3},
-                                     {"[S]\nK=--5\n", "S", "K", 3},
-                                     {"[S]\nK=2\n", "S", "K", -1},
-                                     {"[S]\nA=2\n", "S", "K", -1},
-                                     {"[A]\nK=1\n[S]\nK=2\n[B]\nK=3\n", "S", "K", 0},
-                                     {"[S]K=5\nK=6\n", "S", "K", 0},
-                                     {"[S] ; note\nK=7\n", "S", "K", 0},
-                                     {"[S]\nK =  \"\" \n", "S", "K", 4},
-                                     {"[S]\nK=0x\n", "S", "K", 4},
-                                     {"[S]\nK=007\n", "S", "K", 0},
-                                     {"[S]\nK=-0x10\n", "S", "K", 0}};
+// clang-format off
+const ProfileCase kProfileCases[] = {
+    {"[S]\nK=42\n", 7}, {"[Sec]\nKey=5\n", 7, "sEC", "kEY"}, {"  [S]  \n  K  =  7  \n", 1}, {"[S]\nK=-5\n", 0},
+    {"[S]\nK=+5\n", 0}, {"[S]\nK=0x1f\n", 0}, {"[S]\nK=0o17\n", 0}, {"[S]\nK=0b101\n", 0}, {"[S]\nK=12abc\n", 0},
+    {"[S]\nK=abc\n", 9}, {"[S]\nK=\n", 9}, {"[S]\nK\n", 9}, {"[S]\nA=1\n", 9}, {"[T]\nK=1\n", 9},
+    {"[S]\nK=1\nK=2\n", 9}, {"[S]\nA=1\n[S]\nK=2\n", 9}, {"[S]\nK=\"15\"\n", 0}, {"[S]\nK='16'\n", 0},
+    {"[S]\nK=4294967296\n", 0}, {"[S]\nK=99999999999\n", 0}, {"[S]\nK=4294967295\n", 0}, {"[S]\rK=3\r", 0},
+    {"[S]\r\nK=4\r\n", 0}, {"[S]\n;K=5\nK=6\n", 0}, {"[S]\nK=\t8\t\n", 0}, {"[S]\nK=1 2\n", 0}, {"[S]\nK=- 5\n", 3},
+    {"[S]\nK=--5\n", 3}, {"[S]\nK=2\n", -1}, {"[S]\nA=2\n", -1}, {"[A]\nK=1\n[S]\nK=2\n[B]\nK=3\n", 0},
+    {"[S]K=5\nK=6\n", 0}, {"[S] ; note\nK=7\n", 0}, {"[S]\nK =  \"\" \n", 4}, {"[S]\nK=0x\n", 4},
+    {"[S]\nK=007\n", 0}, {"[S]\nK=-0x10\n", 0},
+};
 // Where Wine's reader is known to part from Windows' (our emulation follows
 // Windows): reported, not failed.
-const ProfileCase kWineProfileCases[] = {{"[S]\nK=0X1F\n", "S", "K", 0},
-                                         {"[S]\nK=000000000000000000000000000012\n", "S", "K", 0},
-                                         {"K=5\n[S]\nA=1\n", "", "K", 0},
-                                         {"[S]x]\nK=5\n", "S", "K", 0},
-                                         {"[S]\n;K=5\n", "S", ";K", 0}};
+const ProfileCase kWineProfileCases[] = {
+    {"[S]\nK=0X1F\n", 0}, {"[S]\nK=000000000000000000000000000012\n", 0}, {"K=5\n[S]\nA=1\n", 0, "", "K"},
+    {"[S]x]\nK=5\n", 0}, {"[S]\n;K=5\n", 0, "S", ";K"},
+};
+// clang-format on
 
 std::string FullPath(const char* szName)
 {
@@ -139,8 +112,6 @@ void CheckProfile()
     Report(nSystem == 444444u, false, "profile of a missing file: system " + std::to_string(nSystem));
 }
 
-// ---- scanf ------------------------------------------------------------
-
 using SscanfFn = int(__cdecl*)(const char*, const char*, ...);
 
 // Wine's scanf reports a matching failure (0) where Windows' runtime reports
@@ -155,37 +126,16 @@ bool IsWineScanEndCase(const char* szInput)
     return *p == '\0' && *szInput != '\0';
 }
 
-const char* const kScanInputs[] = {"123",
-                                   "  -45",
-                                   "+7",
-                                   "2147483647",
-                                   "2147483648",
-                                   "-2147483648",
-                                   "-2147483649",
-                                   "4294967295",
-                                   "4294967296",
-                                   "99999999999",
-                                   "-99999999999",
-                                   "abc",
-                                   "",
-                                   "   ",
-                                   "0x1F",
-                                   "1f",
-                                   "FFFFFFFF",
-                                   "100000000",
-                                   "1e5",
-                                   "-",
-                                   "+",
-                                   "--1",
-                                   "0012",
-                                   "12 34",
-                                   "\t\n8",
-                                   "9223372036854775807",
-                                   "9223372036854775808",
-                                   "-9223372036854775808",
-                                   "-9223372036854775809",
-                                   "18446744073709551616",
-                                   "123456789012345678901234567890"};
+// By kind: plain numbers with blanks and signs, 32-bit and 64-bit limits and
+// beyond, no number at all, prefixes and other bases.
+const char* const kScanInputs[][6] = {
+    {"123", "  -45", "+7", "0012", "12 34", "\t\n8"},
+    {"2147483647", "2147483648", "-2147483648", "-2147483649", "4294967295", "4294967296"},
+    {"99999999999", "-99999999999", "9223372036854775807", "9223372036854775808", "-9223372036854775808"},
+    {"-9223372036854775809", "18446744073709551616", "123456789012345678901234567890"},
+    {"abc", "", "   ", "-", "+", "--1"},
+    {"0x1F", "1f", "FFFFFFFF", "100000000", "1e5"},
+};
 
 std::string Quoted(const char* sz) { return std::string("\"") + sz + "\""; }
 
@@ -210,15 +160,16 @@ void CheckScanOne(SscanfFn pfnSscanf, const char* szInput, const char* szConvers
 
 void CheckScan(SscanfFn pfnSscanf)
 {
-    for (const char* szInput : kScanInputs) {
-        CheckScanOne<int32_t>(pfnSscanf, szInput, "%d", CrtScanInt32, true);
-        CheckScanOne<uint32_t>(pfnSscanf, szInput, "%u", CrtScanUInt32, false);
-        CheckScanOne<uint32_t>(pfnSscanf, szInput, "%x", CrtScanHex32, false);
-        CheckScanOne<int64_t>(pfnSscanf, szInput, "%I64d", CrtScanInt64, false);
-    }
+    for (const auto& setInput : kScanInputs)
+        for (const char* szInput : setInput) {
+            if (szInput == nullptr)
+                continue;
+            CheckScanOne<int32_t>(pfnSscanf, szInput, "%d", CrtScanInt32, true);
+            CheckScanOne<uint32_t>(pfnSscanf, szInput, "%u", CrtScanUInt32, false);
+            CheckScanOne<uint32_t>(pfnSscanf, szInput, "%x", CrtScanHex32, false);
+            CheckScanOne<int64_t>(pfnSscanf, szInput, "%I64d", CrtScanInt64, false);
+        }
 }
-
-// ---- ctime ------------------------------------------------------------
 
 void CheckCtime()
 {
@@ -237,8 +188,6 @@ void CheckCtime()
     }
 }
 
-// ---- rand -------------------------------------------------------------
-
 using SrandFn = void(__cdecl*)(unsigned);
 using RandFn = int(__cdecl*)();
 
@@ -256,8 +205,6 @@ void CheckRand(SrandFn pfnSrand, RandFn pfnRand)
                "rand after srand(" + std::to_string(nSeed) + ") parts at call " + std::to_string(nFirstBad));
     }
 }
-
-// ---- file kinds ---------------------------------------------------------
 
 void CheckFileKinds()
 {

@@ -12,76 +12,7 @@
 
 namespace {
 
-class EncryptDataTest : public DataFolderTest {};
-
-TEST(EncryptDataBufferTest, RoundTripsForEverySeedAndSize)
-{
-    for (uint32_t nSeed : {0u, 1u, kEncryptDataSeed, 0xFFFFFFFFu}) {
-        const CEncryptData data(nSeed);
-        for (std::size_t nSize : {0u, 1u, 8u, 127u, 128u, 129u, 1000u}) {
-            std::vector<unsigned char> setPlain(nSize);
-            for (std::size_t i = 0; i < nSize; ++i)
-                setPlain[i] = static_cast<unsigned char>(i * 37 + nSeed * 11 + i / 8);
-            std::vector<unsigned char> setWork = setPlain;
-            data.EncryptBuffer(setWork.data(), setWork.size());
-            EXPECT_TRUE(nSize < 8 || setWork != setPlain) << nSeed << " " << nSize;
-            data.DecryptBuffer(setWork.data(), setWork.size());
-            EXPECT_EQ(setWork, setPlain) << nSeed << " " << nSize;
-        }
-    }
-}
-
-TEST(EncryptDataBufferTest, KeyComesFromTheRuntimeRandAndBytesRotateByPosition)
-{
-    // srand(1) then rand() as the Visual C++ runtime answers.
-    CCrtRandom random(1);
-    for (int nExpected : {41, 18467, 6334, 26500, 19169, 15724, 11478, 29358, 26962, 24464})
-        EXPECT_EQ(random.Next(), nExpected);
-    random.Seed(1);
-    EXPECT_EQ(random.Next(), 41);
-
-    // Seed 1: key bytes are the low bytes of 41, 18467, 6334 (0x29, 0x23, 0xBE).
-    // Byte 0 is only XORed; byte 1 is rotated left by 1 first; byte 2 by 2.
-    std::vector<unsigned char> setByte = {0x00, 0x80, 0x41};
-    CEncryptData(1).EncryptBuffer(setByte.data(), setByte.size());
-    EXPECT_EQ(setByte, (std::vector<unsigned char>{0x29, 0x01 ^ 0x23, 0x05 ^ 0xBE}));
-}
-
-TEST_F(EncryptDataTest, ScrambledFileLoadsAndReadsLineByLineWithinItsBounds)
-{
-    WriteFile("plain.txt", "first line\r\nsecond\nlast without feed");
-    WriteFile("empty.bin", "");
-    CEncryptData writer(77);
-    ASSERT_TRUE(writer.EncryptFile("plain.txt"));
-    ASSERT_EQ(ReadWholeFile("plain.txt.encrypt").size(), 36u);
-    EXPECT_EQ(ReadWholeFile("plain.txt.encrypt").find("second"), std::string::npos);
-
-    CEncryptData reader(77);
-    ASSERT_TRUE(reader.Load("plain.txt.encrypt"));
-    EXPECT_EQ(reader.GetSize(), 36);
-    char szLine[64] = "ZZZZZZZ";
-    EXPECT_EQ(reader.ReadLine(szLine, 4), 4);
-    EXPECT_STREQ(szLine, "firsZZZ");  // only nSize bytes touched
-    EXPECT_EQ(reader.ReadLine(szLine, -3), 0);
-    std::vector<std::string> setLine;
-    for (int nCount; (nCount = reader.ReadLine(szLine, sizeof(szLine) - 1)) > 0;)
-        setLine.emplace_back(szLine, static_cast<std::size_t>(nCount));
-    EXPECT_EQ(setLine, (std::vector<std::string>{"t line\r\n", "second\n", "last without feed"}));
-
-    // Another seed gives other bytes, not the text.
-    CEncryptData stranger(78);
-    ASSERT_TRUE(stranger.Load("plain.txt.encrypt"));
-    EXPECT_NE(std::string(reinterpret_cast<const char*>(stranger.GetBuffer()), 36),
-              "first line\r\nsecond\nlast without feed");
-
-    // A failed load empties the object; an empty file loads empty.
-    EXPECT_FALSE(reader.Load("missing.bin"));
-    EXPECT_EQ(reader.ReadLine(szLine, 8), 0);
-    EXPECT_FALSE(reader.Load(nullptr));
-    EXPECT_FALSE(reader.EncryptFile("missing.bin"));
-    EXPECT_TRUE(reader.Load("empty.bin"));
-    EXPECT_EQ(reader.ReadLine(szLine, 8), 0);
-}
+using EncryptDataTest = DataFolderTest;
 
 TEST_F(EncryptDataTest, StringKeeps255CharactersAndRejects256)
 {

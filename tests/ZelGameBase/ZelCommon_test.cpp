@@ -16,7 +16,7 @@ const char kIniText[] =
     "Bad=xyz Bad=7\r\nBare = 5\nEmpty= Neg=-\nWord=ab=cd\na[1]\nAfter=8\n"
     "[Two Words]\nK=1\n[PlayerFace]\nLate=1";
 
-class ZelCommonTest : public DataFolderTest {};
+using ZelCommonTest = DataFolderTest;
 
 struct IniCase {
     const char *szTitle, *szKey;
@@ -97,18 +97,6 @@ TEST_F(ZelCommonTest, IniReadersSurviveBadFiles)
         EXPECT_EQ(IniDataGet("bad.ini", "S", "K", &nValue, 1), c.nFound);
         EXPECT_EQ(nValue, c.nValue);
     }
-}
-
-TEST_F(ZelCommonTest, ProfileIntGetReportsTheDefaultAsMissing)
-{
-    WriteFile("p.ini", "[S]\nK=0x10\nM=444444\n");
-    const IniCase kCases[] = {{"s", "k", 1, 16}, {"S", "M", 0, 444444}, {"S", "Absent", 0, 444444}};
-    for (const IniCase& c : kCases) {
-        unsigned nValue = 0;
-        EXPECT_EQ(ProfileIntGet("p.ini", c.szTitle, c.szKey, &nValue), c.nFound) << c.szKey;
-        EXPECT_EQ(nValue, static_cast<unsigned>(c.nValue)) << c.szKey;  // stored even when missing
-    }
-    EXPECT_EQ(DebugText(), "p.ini [S] M not found.p.ini [S] Absent not found.");
 }
 
 TEST_F(ZelCommonTest, MemIniReadsLines)
