@@ -12,6 +12,7 @@ namespace {
 LogClockFn g_pfnLogClock = nullptr;
 LogObserverFn g_pfnLogObserver = nullptr;
 void* g_pLogObserverContext = nullptr;
+char g_szLogFolder[256] = "";  // empty: ./debug, made on demand
 
 LocalTime LogNow() { return g_pfnLogClock != nullptr ? g_pfnLogClock() : PlatformLocalTime(); }
 
@@ -33,6 +34,14 @@ void CollapsePercents(const char* szIn, char* szOut, std::size_t nSize)
 
 void LogSetClock(LogClockFn fn) { g_pfnLogClock = fn; }
 
+void LogSetFolder(const char* szFolder)
+{
+    if (szFolder == nullptr)
+        g_szLogFolder[0] = '\0';
+    else
+        std::snprintf(g_szLogFolder, sizeof(g_szLogFolder), "%s", szFolder);
+}
+
 void LogSetObserver(LogObserverFn fn, void* pContext)
 {
     g_pfnLogObserver = fn;
@@ -47,10 +56,15 @@ void LogWriteEntry(const char* szMessage)
         g_pfnLogObserver(szMessage, g_pLogObserverContext);
     // One instant names the file and stamps the entry.
     const LocalTime now = LogNow();
-    PlatformMakeDirectory("debug");
-    char szPath[256] = "debug.log";  // never opened: the dated name replaces it
-    std::snprintf(szPath, sizeof(szPath), "./debug/%u_%u_%u.log", static_cast<unsigned>(now.nYear),
-                  static_cast<unsigned>(now.nMonth), static_cast<unsigned>(now.nDay));
+    char szPath[512] = "debug.log";  // never opened: the dated name replaces it
+    if (g_szLogFolder[0] == '\0') {
+        PlatformMakeDirectory("debug");
+        std::snprintf(szPath, sizeof(szPath), "./debug/%u_%u_%u.log", static_cast<unsigned>(now.nYear),
+                      static_cast<unsigned>(now.nMonth), static_cast<unsigned>(now.nDay));
+    } else {
+        std::snprintf(szPath, sizeof(szPath), "%s/%u_%u_%u.log", g_szLogFolder, static_cast<unsigned>(now.nYear),
+                      static_cast<unsigned>(now.nMonth), static_cast<unsigned>(now.nDay));
+    }
     char szTime[32];
     CrtFormatCtime(now, szTime);
     // An entry that finds no memory is dropped like one that cannot be written.

@@ -42,6 +42,11 @@ void LogWriteEntry(const char* szMessage);
 using LogObserverFn = void (*)(const char* szMessage, void* pContext);
 void LogSetObserver(LogObserverFn fn, void* pContext);
 
+// Where the entries go instead of ./debug: tools that read a data folder
+// keep their log out of it. The folder must exist; null restores ./debug.
+// The name is cut at 255 characters.
+void LogSetFolder(const char* szFolder);
+
 // Tests replace the clock that names the file and stamps the entry; null
 // restores the system clock.
 using LogClockFn = LocalTime (*)();

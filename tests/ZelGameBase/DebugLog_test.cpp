@@ -31,6 +31,18 @@ TEST_F(DebugLogTest, EntryIsMessageSeparatorAndCtimeText)
                              ZEL_STAR "ASSERT(pInfo) in 120 line of ClientData\\MagicData" ZEL_STAR + kStamp);
 }
 
+TEST_F(DebugLogTest, AnotherFolderTakesTheEntriesUntilReset)
+{
+    std::filesystem::create_directory("elsewhere");
+    LogSetFolder("elsewhere");
+    LogSave("abc");
+    LogSetFolder(nullptr);
+    EXPECT_FALSE(std::filesystem::exists("debug"));
+    EXPECT_EQ(ReadWholeFile("elsewhere/2011_3_7.log"), std::string("abc") + kStamp);
+    LogSave("def");
+    EXPECT_EQ(ReadWholeFile("debug/2011_3_7.log"), std::string("def") + kStamp);
+}
+
 TEST_F(DebugLogTest, OneFilePerLocalDayWithoutPadding)
 {
     const struct {
