@@ -33,7 +33,7 @@ fi
 
 status=0
 for version in 100 200; do
-  if "${run[@]}" "$build_dir/tools/clientdata" report "$data" --version "$version" >"$data/report-$version.txt"; then
+  if "${run[@]}" "$build_dir/tools/clientdata" report "$data" --data-version "$version" >"$data/report-$version.txt"; then
     printf 'start-up and shutdown, data set %s: %s clean (%s tables reported)\n' "$version" "$checker" \
       "$(grep -c . "$data/report-$version.txt")"
   else

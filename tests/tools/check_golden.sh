@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
-# Runs one clientdata command on a fresh copy of the sample and compares its
-# output with a golden file (UPDATE_GOLDEN=1 rewrites the golden file).
+# Runs one clientdata command in a fresh copy of the sample (the working
+# directory, so the default folder is the copy) and compares its output with
+# a golden file (UPDATE_GOLDEN=1 rewrites the golden file). The copy must be
+# left exactly as it was: a command never writes into the folder it reads.
 #   check_golden.sh CLIENTDATA SAMPLE GOLDEN EXPECTED_STATUS ARGS...
 # In ARGS, @DIR@ stands for the copied data folder.
 set -uo pipefail
@@ -11,11 +13,15 @@ trap 'rm -rf "$scratch"' EXIT
 cp -r "$sample" "$scratch/data"
 args=()
 for arg in "$@"; do args+=("${arg//@DIR@/$scratch/data}"); done
-"$clientdata" "${args[@]}" 2>&1 | sed "s#$scratch/data#DIR#g" >"$scratch/out.txt"
+(cd "$scratch/data" && "$clientdata" "${args[@]}") 2>&1 | sed "s#$scratch/data#DIR#g" >"$scratch/out.txt"
 status=${PIPESTATUS[0]}
 if [ "$status" -ne "$expected" ]; then
-  cat "$scratch/out.txt" | head -20
+  head -20 "$scratch/out.txt"
   echo "exit status $status, expected $expected"
+  exit 1
+fi
+if ! diff -r "$sample" "$scratch/data"; then
+  echo "the command changed the data folder"
   exit 1
 fi
 if [ "${UPDATE_GOLDEN:-0}" = 1 ]; then
@@ -23,5 +29,5 @@ if [ "${UPDATE_GOLDEN:-0}" = 1 ]; then
   echo "updated $golden"
   exit 0
 fi
-if ! diff -u "$golden" "$scratch/out.txt" | head -40; then :; fi
+diff -u "$golden" "$scratch/out.txt" | head -40
 diff -q "$golden" "$scratch/out.txt" >/dev/null

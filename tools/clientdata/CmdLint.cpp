@@ -1,55 +1,61 @@
-// lint [DIR] [--json] [--notes]: exit status 1 when any error is found.
+// lint [DIR] [--json] [--notes]: exit status 0 clean, 1 findings of warning
+// or error, 2 usage or not a data folder.
 #include <cstdio>
-#include <filesystem>
+#include <nlohmann/json.hpp>
 
-#include "Commands.h"
+#include "DataFolder.h"
 #include "Lint.h"
 #include "Text.h"
 
 namespace {
+
 const char* const kSeverity[] = {"note", "warning", "error"};
+
+void PrintFindings(const std::vector<LintFinding>& setFinding, const LintOptions& options)
+{
+    nlohmann::ordered_json findings = nlohmann::ordered_json::array();
+    std::string strText;
+    int nErrors = 0;
+    for (const LintFinding& finding : setFinding) {
+        const std::string strMessage = Shown(finding.strMessage, options.load.bRaw && !options.bJson);
+        nErrors += finding.severity == LINT_ERROR;
+        if (options.bJson)
+            findings.push_back({{"file", finding.strFile},
+                                {"line", finding.nLine},
+                                {"severity", kSeverity[finding.severity]},
+                                {"rule", finding.strRule},
+                                {"message", strMessage}});
+        else
+            strText += finding.strFile + ":" + std::to_string(finding.nLine) + ": " + kSeverity[finding.severity] +
+                       ": " + finding.strRule + ": " + strMessage + "\n";
+    }
+    const std::size_t nShown = setFinding.size();
+    if (options.bJson)
+        strText = findings.dump(2, ' ', false, nlohmann::ordered_json::error_handler_t::replace) + "\n";
+    else
+        strText += std::to_string(nShown) + (nShown == 1 ? " finding, " : " findings, ") + std::to_string(nErrors) +
+                   (nErrors == 1 ? " error\n" : " errors\n");
+    std::fwrite(strText.data(), 1, strText.size(), stdout);
 }
 
-int RunLintCommand(const Arguments& setArg)
+}  // namespace
+
+int RunLintCommand(const LintOptions& options)
 {
-    bool bJson = false;
-    bool bNotes = false;
-    std::string strFolder = DefaultDataFolder();
-    for (const std::string& strArg : setArg) {
-        if (strArg == "--json")
-            bJson = true;
-        else if (strArg == "--notes")
-            bNotes = true;
-        else if (!strArg.empty() && strArg[0] == '-')
-            return UsageError("lint: unknown option " + strArg);
-        else
-            strFolder = strArg;
+    if (!IsDataFolder(options.load.strFolder)) {
+        const std::vector<LintFinding> setFinding{
+            {options.load.strFolder, 0, LINT_ERROR, "not-a-data-folder", "none of the catalogue's files is there"}};
+        PrintFindings(setFinding, options);
+        return 2;
     }
-    std::error_code error;
-    if (!std::filesystem::is_directory(strFolder, error))
-        return UsageError("lint: no data folder " + strFolder);
-    int nErrors = 0;
-    int nShown = 0;
-    if (bJson)
-        std::printf("[");
-    for (const LintFinding& finding : RunLint(strFolder)) {
-        if (finding.severity == LINT_NOTE && !bNotes)
-            continue;
-        nErrors += finding.severity == LINT_ERROR;
-        const std::string strMessage = GbkToUtf8(finding.strMessage);
-        if (bJson)
-            std::printf("%s\n  {\"file\": %s, \"line\": %d, \"severity\": \"%s\", \"rule\": %s, \"message\": %s}",
-                        nShown == 0 ? "" : ",", JsonQuoted(finding.strFile).c_str(), finding.nLine,
-                        kSeverity[finding.severity], JsonQuoted(finding.strRule).c_str(),
-                        JsonQuoted(strMessage).c_str());
-        else
-            std::printf("%s:%d: %s: %s: %s\n", finding.strFile.c_str(), finding.nLine, kSeverity[finding.severity],
-                        finding.strRule.c_str(), strMessage.c_str());
-        ++nShown;
+    DebugLogRedirect(options.load.strLogFolder);
+    std::vector<LintFinding> setFinding;
+    bool bFound = false;
+    for (LintFinding& finding : RunLint(options.load.strFolder, options.load.nDataVersion)) {
+        bFound = bFound || finding.severity != LINT_NOTE;
+        if (finding.severity != LINT_NOTE || options.bNotes)
+            setFinding.push_back(std::move(finding));
     }
-    if (bJson)
-        std::printf("\n]\n");
-    else
-        std::printf("%d finding%s, %d error%s\n", nShown, nShown == 1 ? "" : "s", nErrors, nErrors == 1 ? "" : "s");
-    return nErrors > 0 ? 1 : 0;
+    PrintFindings(setFinding, options);
+    return bFound ? 1 : 0;
 }

@@ -1,28 +1,53 @@
-// The sub-commands of clientdata. Each takes its arguments (after the
-// command's name) and returns the process exit status.
+// The sub-commands of clientdata. main.cpp parses the arguments into these
+// options; each command returns the process exit status: 0 done (or the
+// same), 1 a finding, a miss, a difference or a write error, 2 usage or not
+// a data folder.
 #pragma once
 
 #include <string>
 #include <vector>
 
-class CClientDataMgr;
+// What every command that loads a data folder takes.
+struct LoadOptions {
+    std::string strFolder = ".";  // the data folder
+    int nDataVersion = 0;         // the version callback's answer; 0: no callback
+    std::string strLogFolder;     // where the debug log goes; empty: a temporary folder
+    bool bRaw = false;            // texts as the data's bytes, not UTF-8
+};
 
-using Arguments = std::vector<std::string>;
+struct GetOptions {
+    LoadOptions load;
+    std::string strTable;
+    std::vector<std::string> setKey;
+};
 
-int RunReportCommand(const Arguments& setArg);
-int RunGetCommand(const Arguments& setArg);
-int RunExportCommand(const Arguments& setArg);
-int RunLintCommand(const Arguments& setArg);
-int RunDiffCommand(const Arguments& setArg);
+struct ExportOptions {
+    LoadOptions load;
+    std::string strTable;
+    bool bAll = false;
+    std::string strFormat = "json";
+    std::string strOutput;  // the database file of --all --format sqlite
+};
 
-// Loads the data folder strFolder as the client does at start (the working
-// directory becomes the folder; the text resources of ini/StrRes.ini are
-// loaded when present). Null, with a message on standard error, when the
-// folder cannot be entered.
-CClientDataMgr* LoadDataFolder(const std::string& strFolder);
+struct LintOptions {
+    LoadOptions load;
+    bool bJson = false;
+    bool bNotes = false;
+};
 
-// The bundled sample folder, the default of every command.
-const char* DefaultDataFolder();
+struct DiffOptions {
+    LoadOptions load;  // strFolder is the first folder
+    std::string strSecond;
+    bool bStat = false;
+    bool bJson = false;
+};
 
-// Prints a one-line message and returns the exit status for usage errors.
+int RunReportCommand(const LoadOptions& options);
+int RunGetCommand(const GetOptions& options);
+int RunExportCommand(const ExportOptions& options);
+int RunLintCommand(const LintOptions& options);
+int RunDiffCommand(const DiffOptions& options);
+int RunTablesCommand();
+
+// Prints "clientdata: MESSAGE" on standard error and returns 2.
 int UsageError(const std::string& strMessage);

@@ -1,5 +1,8 @@
 #include "Lint.h"
 
+#include "LintRules.h"
+#include "TableView.h"
+
 #include <algorithm>
 #include <filesystem>
 #include <set>
@@ -31,7 +34,7 @@ std::string LoadingFile(const CDataTable* pTable, CClientDataMgr& mgr)
 {
     for (const CatalogueEntry& entry : kCatalogue)
         if (mgr.GetTableBySlot(entry.nSlot) == pTable)
-            return pTable->GetFilePath().empty() ? CatalogueDataPath(entry.szFile) : DataPathShown(pTable->GetFilePath());
+            return TableFileRead(entry, mgr);
     return "";
 }
 
@@ -43,7 +46,8 @@ void OnLogEntry(const char* szMessage, void* pContext)
     collection.setFinding.push_back(LintFinding{strFile, 0, LINT_ERROR, "load-error", szMessage});
 }
 
-int AnswerAlternative() { return 200; }
+int g_nAlternative = 200;
+int AnswerAlternative() { return g_nAlternative; }
 
 // A catalogue file the folder lacks: its table loads empty.
 void MissingFiles(Collection& collection)
@@ -60,8 +64,9 @@ void MissingFiles(Collection& collection)
 
 }  // namespace
 
-std::vector<LintFinding> RunLint(const std::string& strRoot)
+std::vector<LintFinding> RunLint(const std::string& strRoot, int nAlternative)
 {
+    g_nAlternative = nAlternative != 0 ? nAlternative : 200;
     Collection collection;
     std::error_code error;
     std::filesystem::current_path(strRoot, error);
@@ -77,6 +82,7 @@ std::vector<LintFinding> RunLint(const std::string& strRoot)
     pMgr->LoadDeferList();
     pMgr->ReloadDeferred(false);
     pMgr->ReloadDeferred(true);
+    LintEmptyTables(*pMgr, collection.setFinding);
     pMgr->SetVersionQuery(AnswerAlternative);
     pMgr->ReloadDeferred(true);
     pMgr->SetLoadObserver(nullptr, nullptr);
@@ -84,6 +90,9 @@ std::vector<LintFinding> RunLint(const std::string& strRoot)
     LoadFindingSinkSet(nullptr, nullptr);
     DestroyClientDataMgr();
     MissingFiles(collection);
+    const std::vector<std::string> setFile = LintDataFiles();
+    LintInvalidText(setFile, collection.setFinding);
+    LintRepeatedKeys(setFile, collection.setFinding);
 
     std::vector<LintFinding>& setFinding = collection.setFinding;
     const auto order = [](const LintFinding& f) { return std::tie(f.strFile, f.nLine, f.strRule, f.strMessage); };

@@ -18,6 +18,7 @@ struct LintFinding {
     std::string strMessage;  // GBK where it quotes the data
 };
 
-// Loads the folder (which becomes the working directory) and returns every
-// finding once, sorted by file and line.
-std::vector<LintFinding> RunLint(const std::string& strRoot);
+// Loads the folder (which becomes the working directory), the second time
+// with the version callback answering nAlternative (0: 200, the ini/200/
+// set), and returns every finding once, sorted by file and line.
+std::vector<LintFinding> RunLint(const std::string& strRoot, int nAlternative);

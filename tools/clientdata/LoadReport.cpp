@@ -3,6 +3,8 @@
 #include <map>
 
 #include "ClientData/ClientDataMgr.h"
+#include "TableView.h"
+#include "Text.h"
 #include "ZelGameBase/ZelGameBase.h"
 
 namespace {
@@ -46,22 +48,22 @@ std::vector<TableLoadLine> RunLoadReport(const LoadReportOptions& options)
 
     for (const CatalogueEntry& entry : kCatalogue) {
         CDataTable* pTable = pMgr->GetTableBySlot(entry.nSlot);
-        setLine.push_back(TableLoadLine{entry.nSlot, entry.szName, entry.szFile,
-                                        pMgr->GetLoadedAmountBySlot(entry.nSlot),
+        const std::string strFile = TableFileRead(entry, *pMgr);
+        setLine.push_back(TableLoadLine{entry.nSlot, entry.szName, strFile, pMgr->GetLoadedAmountBySlot(entry.nSlot),
                                         observation.mapFault[pTable]});
     }
     return setLine;
 }
 
-int PrintLoadReport(const std::vector<TableLoadLine>& setLine, FILE* pOut)
+int PrintLoadReport(const std::vector<TableLoadLine>& setLine, bool bRaw, FILE* pOut)
 {
     int nFaulty = 0;
     long long nRecords = 0;
     for (const TableLoadLine& line : setLine) {
-        std::fprintf(pOut, "%3d  %-24s %-34s %8d", line.nSlot, line.szName, line.szFile, line.nRecords);
+        std::fprintf(pOut, "%3d  %-24s %-34s %8d", line.nSlot, line.szName, line.strFile.c_str(), line.nRecords);
         if (!line.setFault.empty()) {
             ++nFaulty;
-            std::fprintf(pOut, "  faults: %zu (%s)", line.setFault.size(), line.setFault.front().c_str());
+            std::fprintf(pOut, "  faults: %zu (%s)", line.setFault.size(), Shown(line.setFault.front(), bRaw).c_str());
         }
         std::fputc('\n', pOut);
         nRecords += line.nRecords > 0 ? line.nRecords : 0;

@@ -9,7 +9,7 @@
 struct TableLoadLine {
     int nSlot;
     const char* szName;
-    const char* szFile;
+    std::string strFile;  // the path the table read, as a data folder writes it
     int nRecords;
     std::vector<std::string> setFault;
 };
@@ -24,5 +24,6 @@ struct LoadReportOptions {
 // Returns one line per table, in slot order; the manager stays alive.
 std::vector<TableLoadLine> RunLoadReport(const LoadReportOptions& options);
 
-// Prints the lines and a summary; returns the number of tables with faults.
-int PrintLoadReport(const std::vector<TableLoadLine>& setLine, FILE* pOut);
+// Prints the lines and a summary, the faults in UTF-8 unless bRaw; returns
+// the number of tables with faults.
+int PrintLoadReport(const std::vector<TableLoadLine>& setLine, bool bRaw, FILE* pOut);

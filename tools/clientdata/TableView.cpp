@@ -1,9 +1,10 @@
 #include "TableView.h"
 
-#include <cerrno>
-#include <cstdlib>
+#include <charconv>
+#include <cstdio>
 
 #include "ClientData/ClientDataMgr.h"
+#include "Commands.h"
 #include "ZelGameBase/ZelCrt.h"
 
 namespace {
@@ -66,24 +67,30 @@ void RecordCollect(const void* pRecord, const RecordKey& key, void* pContext)
     RecordBuild(*context.pTable, *context.pDesc, pRecord, key, context.pRecords->back());
 }
 
-// A whole decimal number of 64 bits.
+// A whole decimal token (a leading minus allowed) or 0x hex, of 64 bits.
 bool KeyNumber(const std::string& strWord, int64_t& nValue)
 {
-    if (strWord.empty())
+    const char* pFirst = strWord.data();
+    const char* pLast = strWord.data() + strWord.size();
+    int nBase = 10;
+    if (strWord.size() > 2 && strWord[0] == '0' && (strWord[1] == 'x' || strWord[1] == 'X')) {
+        pFirst += 2;
+        nBase = 16;
+    }
+    if (pFirst == pLast || *pFirst == '+' || (nBase == 16 && *pFirst == '-'))
         return false;
-    char* pEnd = nullptr;
-    errno = 0;
-    nValue = std::strtoll(strWord.c_str(), &pEnd, 10);
-    return *pEnd == '\0' && errno == 0;
+    const std::from_chars_result result = std::from_chars(pFirst, pLast, nValue, nBase);
+    return result.ec == std::errc() && result.ptr == pLast;
 }
 
-// The words of a key as the table's kind reads them.
+// The words of a key as the table's kind reads them; false when they are not
+// of its kind.
 bool KeyParse(const TableDesc& desc, const std::vector<std::string>& setKey, RecordKey& key)
 {
     key = RecordKey{0, {0, 0, 0, 0}, nullptr};
     switch (desc.keyKind) {
         case TABLE_KEY_NONE:
-            return setKey.empty() || (setKey.size() == 1 && setKey[0] == "-");
+            return setKey.empty();
         case TABLE_KEY_NAME:
             key.szName = setKey.size() == 1 ? setKey[0].c_str() : nullptr;
             return key.szName != nullptr;
@@ -114,6 +121,14 @@ void StrResRecord(unsigned nId, const char* szText, ViewRecord& record)
 
 }  // namespace
 
+std::string TableFileRead(const CatalogueEntry& entry, CClientDataMgr& mgr)
+{
+    const std::string& strPath = mgr.GetTableBySlot(entry.nSlot)->GetFilePath();
+    if (CatalogueIsFixedPath(entry.szFile) || strPath.empty() || strPath.back() == '/')
+        return CatalogueDataPath(entry.szFile);
+    return DataPathShown(strPath);
+}
+
 const std::vector<TableView>& AllTableViews()
 {
     static const std::vector<TableView> setView = [] {
@@ -134,19 +149,58 @@ const TableView* FindTableView(const std::string& strName)
     return nullptr;
 }
 
+std::size_t ViewKeyArity(const TableView& view)
+{
+    if (view.pEntry == nullptr)
+        return 1;
+    const TableDesc& desc = *view.pEntry->pDesc;
+    return desc.keyKind == TABLE_KEY_NONE ? 0 : desc.keyKind == TABLE_KEY_NUMBERS ? KeyNames(desc).size() : 1;
+}
+
+std::string ViewKeyKind(const TableView& view)
+{
+    const TableKeyKind kind = view.pEntry == nullptr ? TABLE_KEY_NUMBERS : view.pEntry->pDesc->keyKind;
+    switch (kind) {
+        case TABLE_KEY_NONE:
+            return "no key (it is one record of settings)";
+        case TABLE_KEY_NUMBERS:
+            return ViewKeyUsage(view) + ", whole numbers (decimal or 0x hex)";
+        case TABLE_KEY_NAME:
+            return ViewKeyUsage(view) + ", a name matched exactly";
+        case TABLE_KEY_TITLE:
+            return ViewKeyUsage(view) + ", a number or a section title matched exactly";
+    }
+    return "";
+}
+
 std::string ViewKeyUsage(const TableView& view)
 {
     if (view.pEntry == nullptr)
         return "ID";
     const TableDesc& desc = *view.pEntry->pDesc;
     if (desc.keyKind == TABLE_KEY_NONE)
-        return "-";
+        return "";
     if (desc.keyKind == TABLE_KEY_TITLE)
         return desc.szKey[0] != '\0' ? std::string(desc.szKey) + " | NAME" : "ID | NAME";
     std::string strUsage = desc.szKey;
     for (char& c : strUsage)
         c = static_cast<char>(c >= 'a' && c <= 'z' ? c - 32 : c);
     return strUsage;
+}
+
+std::vector<ViewColumn> ViewDescribedColumns(const TableView& view)
+{
+    if (view.pEntry == nullptr)
+        return {{"id", false}, {"text", true}};
+    const TableDesc& desc = *view.pEntry->pDesc;
+    std::vector<ViewColumn> setColumn;
+    for (const std::string& strName : KeyNames(desc))
+        setColumn.push_back({strName, desc.keyKind == TABLE_KEY_NAME});
+    if (desc.pRecord != nullptr)
+        for (const FieldDesc& field : *desc.pRecord)
+            if (!field.bTitle && field.bMember)
+                setColumn.push_back({field.szKey, !field.IsNumber()});
+    return setColumn;
 }
 
 void ViewAllRecords(const TableView& view, CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord)
@@ -162,25 +216,33 @@ void ViewAllRecords(const TableView& view, CClientDataMgr& mgr, std::vector<View
     view.pEntry->pDesc->pfnForEach(*context.pTable, &RecordCollect, &context);
 }
 
-bool ViewGetRecord(const TableView& view, CClientDataMgr& mgr, const std::vector<std::string>& setKey,
-                   ViewRecord& record)
+ViewLookup ViewGetRecord(const TableView& view, CClientDataMgr& mgr, const std::vector<std::string>& setKey,
+                         ViewRecord& record)
 {
     if (view.pEntry == nullptr) {
         int64_t nId = 0;
-        if (setKey.size() != 1 || !KeyNumber(setKey[0], nId) || nId < 0 || nId > UINT32_MAX ||
-            mgr.GetStrResTable().Texts().count(static_cast<unsigned>(nId)) == 0)
-            return false;
+        if (setKey.size() != 1 || !KeyNumber(setKey[0], nId))
+            return ViewLookup::BAD_KEY;
+        if (nId < 0 || nId > UINT32_MAX || mgr.GetStrResTable().Texts().count(static_cast<unsigned>(nId)) == 0)
+            return ViewLookup::MISS;
         StrResRecord(static_cast<unsigned>(nId), mgr.GetStrRes(static_cast<unsigned>(nId)), record);
-        return true;
+        return ViewLookup::FOUND;
     }
     const TableDesc& desc = *view.pEntry->pDesc;
     RecordKey key;
     if (!KeyParse(desc, setKey, key))
-        return false;
+        return ViewLookup::BAD_KEY;
     CDataTable* pTable = mgr.GetTableBySlot(view.pEntry->nSlot);
     const void* pRecord = desc.pfnFind(*pTable, key);
     if (pRecord == nullptr)
-        return false;
+        return ViewLookup::MISS;
     RecordBuild(*pTable, desc, pRecord, key, record);
-    return true;
+    return ViewLookup::FOUND;
+}
+
+int RunTablesCommand()
+{
+    for (const TableView& view : AllTableViews())
+        std::printf("%-24s %s\n", view.szName, ViewKeyUsage(view).c_str());
+    return 0;
 }

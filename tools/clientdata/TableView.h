@@ -29,17 +29,37 @@ struct TableView {
     const CatalogueEntry* pEntry;  // null for the text resources
 };
 
+// The file a loaded table read, as a data folder writes it: its fixed path,
+// or the path the data version chose.
+std::string TableFileRead(const CatalogueEntry& entry, CClientDataMgr& mgr);
+
 // The catalogue's tables in slot order, then the text resources.
 const std::vector<TableView>& AllTableViews();
 // A table by its name, without regard to ASCII case; null when none.
 const TableView* FindTableView(const std::string& strName);
-// What `get` takes, its key's parts in capitals ("ID", "ID VARIANT"); "-" for a
-// table of one record.
+// What `get` takes, its key's parts in capitals ("ID", "ID VARIANT", "ID |
+// NAME"); "" for a table of one record, which takes no key.
 std::string ViewKeyUsage(const TableView& view);
+// The number of words a key of the table has.
+std::size_t ViewKeyArity(const TableView& view);
+// The table's key kind in words, for a one-line error.
+std::string ViewKeyKind(const TableView& view);
+
+// A column of a table's export: the key's parts, then the described fields
+// as the records show them.
+struct ViewColumn {
+    std::string strName;
+    bool bText;
+};
+// The columns the description states, in the order a record shows them;
+// further names a record shows (a generic table's keys) come after them.
+std::vector<ViewColumn> ViewDescribedColumns(const TableView& view);
 
 // Every record, in the table's own order.
 void ViewAllRecords(const TableView& view, CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord);
-// One record through the table's own lookup; false on a miss or a key that
-// is not of the table's kind.
-bool ViewGetRecord(const TableView& view, CClientDataMgr& mgr, const std::vector<std::string>& setKey,
-                   ViewRecord& record);
+enum class ViewLookup { FOUND, MISS, BAD_KEY };
+
+// One record through the table's own lookup. A numeric key word is a whole
+// decimal token (a leading minus allowed) or 0x hex; a name matches exactly.
+ViewLookup ViewGetRecord(const TableView& view, CClientDataMgr& mgr, const std::vector<std::string>& setKey,
+                         ViewRecord& record);

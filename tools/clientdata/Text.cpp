@@ -2,34 +2,62 @@
 
 #include <iconv.h>
 
+#include <cerrno>
 #include <cstdio>
+
+namespace {
+
+// One conversion descriptor per use: iconv keeps shift state in it.
+class CConverter {
+public:
+    CConverter() : m_cd(iconv_open("UTF-8", "GB18030")) {}
+    ~CConverter()
+    {
+        if (Ready())
+            iconv_close(m_cd);
+    }
+    CConverter(const CConverter&) = delete;
+    CConverter& operator=(const CConverter&) = delete;
+    bool Ready() const { return m_cd != reinterpret_cast<iconv_t>(-1); }
+
+    // Converts from pIn on; stops at the end or at the first byte that starts
+    // no valid character. Returns the bytes consumed.
+    std::size_t Convert(const char* pIn, std::size_t nIn, std::string* pOut)
+    {
+        char* pFrom = const_cast<char*>(pIn);
+        std::size_t nLeft = nIn;
+        char szBlock[4096];
+        while (nLeft > 0) {
+            char* pTo = szBlock;
+            std::size_t nRoom = sizeof(szBlock);
+            const std::size_t nResult = iconv(m_cd, &pFrom, &nLeft, &pTo, &nRoom);
+            if (pOut != nullptr)
+                pOut->append(szBlock, static_cast<std::size_t>(pTo - szBlock));
+            if (nResult == static_cast<std::size_t>(-1) && errno != E2BIG)
+                break;  // EILSEQ, or EINVAL for a character cut at the end
+        }
+        iconv(m_cd, nullptr, nullptr, nullptr, nullptr);
+        return nIn - nLeft;
+    }
+
+private:
+    iconv_t m_cd;
+};
+
+}  // namespace
 
 std::string GbkToUtf8(const std::string& strGbk)
 {
-    static iconv_t converter = iconv_open("UTF-8", "GBK");
+    CConverter converter;
     std::string strOut;
     strOut.reserve(strGbk.size() * 3 / 2);
     std::size_t nAt = 0;
     while (nAt < strGbk.size()) {
-        const unsigned char c = static_cast<unsigned char>(strGbk[nAt]);
-        if (c < 0x80) {
-            strOut.push_back(static_cast<char>(c));
-            ++nAt;
-            continue;
-        }
-        char szOut[8];
-        char* pIn = const_cast<char*>(strGbk.data() + nAt);
-        std::size_t nIn = strGbk.size() - nAt < 2 ? strGbk.size() - nAt : 2;
-        char* pOut = szOut;
-        std::size_t nOut = sizeof(szOut);
-        if (converter != reinterpret_cast<iconv_t>(-1) &&
-            iconv(converter, &pIn, &nIn, &pOut, &nOut) != static_cast<std::size_t>(-1) && nIn == 0) {
-            strOut.append(szOut, static_cast<std::size_t>(pOut - szOut));
-            nAt += 2;
-        } else {
-            iconv(converter, nullptr, nullptr, nullptr, nullptr);
+        if (converter.Ready())
+            nAt += converter.Convert(strGbk.data() + nAt, strGbk.size() - nAt, &strOut);
+        if (nAt < strGbk.size()) {
             char szEscape[8];
-            std::snprintf(szEscape, sizeof(szEscape), "\\x%02X", c);
+            std::snprintf(szEscape, sizeof(szEscape), "\\x%02X", static_cast<unsigned char>(strGbk[nAt]));
             strOut += szEscape;
             ++nAt;
         }
@@ -37,30 +65,14 @@ std::string GbkToUtf8(const std::string& strGbk)
     return strOut;
 }
 
-std::string JsonQuoted(const std::string& strUtf8)
+std::size_t GbkInvalidAt(const std::string& strGbk)
 {
-    std::string strOut = "\"";
-    for (const char c : strUtf8) {
-        switch (c) {
-        case '"': strOut += "\\\""; break;
-        case '\\': strOut += "\\\\"; break;
-        case '\n': strOut += "\\n"; break;
-        case '\r': strOut += "\\r"; break;
-        case '\t': strOut += "\\t"; break;
-        default:
-            if (static_cast<unsigned char>(c) < 0x20) {
-                char szEscape[8];
-                std::snprintf(szEscape, sizeof(szEscape), "\\u%04x", static_cast<unsigned char>(c));
-                strOut += szEscape;
-            } else {
-                strOut.push_back(c);
-            }
-        }
-    }
-    return strOut + "\"";
+    CConverter converter;
+    const std::size_t nValid = converter.Ready() ? converter.Convert(strGbk.data(), strGbk.size(), nullptr) : 0;
+    return nValid == strGbk.size() ? std::string::npos : nValid;
 }
 
-std::string CsvQuoted(const std::string& strUtf8)
+std::string CsvField(const std::string& strUtf8)
 {
     if (strUtf8.find_first_of(",\"\r\n") == std::string::npos)
         return strUtf8;

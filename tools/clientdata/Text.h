@@ -2,9 +2,20 @@
 // the library; only what the tool shows people is converted.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
-// GBK to UTF-8; bytes that are not GBK are shown as \xNN.
+// GB18030 (a superset of GBK) to UTF-8, the whole buffer in one conversion;
+// a byte that starts no valid character is shown as \xNN.
 std::string GbkToUtf8(const std::string& strGbk);
-std::string JsonQuoted(const std::string& strUtf8);
-std::string CsvQuoted(const std::string& strUtf8);
+
+// The offset of the first byte that starts no valid GB18030 character, or
+// std::string::npos when the whole buffer is valid.
+std::size_t GbkInvalidAt(const std::string& strGbk);
+
+// What a person sees: UTF-8, or the data's bytes when bRaw.
+inline std::string Shown(const std::string& strGbk, bool bRaw) { return bRaw ? strGbk : GbkToUtf8(strGbk); }
+
+// A CSV field as RFC 4180 writes it: quoted when it holds a comma, a quote
+// or a line break, with quotes doubled.
+std::string CsvField(const std::string& strUtf8);

@@ -1,6 +1,8 @@
 #include "GenData.h"
 
+#include <cerrno>
 #include <cstdio>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <map>
@@ -74,21 +76,30 @@ std::string TitleOf(const FieldDesc& field, int64_t nNumber)
 
 void CGenContext::Write(const std::string& strPath, const std::string& strText, bool bCrLf)
 {
+    if (!m_strFailure.empty())
+        return;
     const std::filesystem::path path = std::filesystem::path(m_options.strRoot) / strPath;
-    std::filesystem::create_directories(path.parent_path());
-    std::ofstream out(path, std::ios::binary);
-    if (!bCrLf) {
-        out << strText;
+    std::error_code error;
+    std::filesystem::create_directories(path.parent_path(), error);
+    if (error) {
+        m_strFailure = path.parent_path().string() + ": " + error.message();
         return;
     }
-    std::string strCrLf;
-    strCrLf.reserve(strText.size() + strText.size() / 16);
-    for (char c : strText) {
-        if (c == '\n')
-            strCrLf.push_back('\r');
-        strCrLf.push_back(c);
+    std::string strOut;
+    if (bCrLf) {
+        strOut.reserve(strText.size() + strText.size() / 16);
+        for (char c : strText) {
+            if (c == '\n')
+                strOut.push_back('\r');
+            strOut.push_back(c);
+        }
     }
-    out << strCrLf;
+    std::ofstream out(path, std::ios::binary);
+    const std::string& strWritten = bCrLf ? strOut : strText;
+    out.write(strWritten.data(), static_cast<std::streamsize>(strWritten.size()));
+    out.close();
+    if (!out)
+        m_strFailure = path.string() + ": " + std::strerror(errno);
 }
 
 namespace {

@@ -57,12 +57,15 @@ public:
     // text by its pattern, a colour in hexadecimal.
     std::string Value(const FieldDesc& field);
     // Writes a file below the root, creating folders. With bCrLf every "\n"
-    // is written as "\r\n".
+    // is written as "\r\n". After the first failure nothing more is written.
     void Write(const std::string& strPath, const std::string& strText, bool bCrLf = false);
+    // The first write that failed, as a message; empty while all went well.
+    const std::string& Failure() const { return m_strFailure; }
 
 private:
     GenOptions m_options;
     CDataRng m_rng;
+    std::string m_strFailure;
 };
 
 // The "|"-separated words of a pattern.

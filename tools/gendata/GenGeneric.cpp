@@ -33,6 +33,20 @@ std::string ColumnText(CGenContext& context, int nRecords, int nFirstId)
     return strText;
 }
 
+// Whether the entry is the catalogue's first generic table of its kind: the
+// faulty set plants the generic tables' faults there.
+bool FirstGenericOfKind(const CatalogueEntry& entry)
+{
+    for (const CatalogueEntry& other : kCatalogue)
+        if (other.bGeneric && other.kind == entry.kind)
+            return other.nSlot == entry.nSlot;
+    return false;
+}
+
+// A first section holding a text that is not GBK (line 3: a lone lead byte)
+// and a key given twice (line 5).
+const char kFaultySection[] = "[999]\nCaption=\x81\nClass=1\nClass=2\n\n";
+
 }  // namespace
 
 void GenericFileWrite(CGenContext& context, const GenFile& file)
@@ -40,8 +54,15 @@ void GenericFileWrite(CGenContext& context, const GenFile& file)
     const int nRecords = static_cast<int>(context.Rng().Range(file.nRecords * 2 / 5, file.nRecords * 8 / 5));
     const int nFirstId = 1000 * (1 + file.nVariant);
     const bool bCrLf = context.Rng().Chance(50);
-    if (file.entry.kind == CatalogueKind::COLUMNS)
-        context.Write(file.strPath, ColumnText(context, nRecords, nFirstId), bCrLf);
-    else
-        context.Write(file.strPath, SectionedText(context, nRecords, nFirstId), bCrLf);
+    const bool bPlant = context.Faulty() && file.nVariant == 0 && FirstGenericOfKind(file.entry);
+    if (file.entry.kind == CatalogueKind::COLUMNS) {
+        // Planted: a file of columns without a line of data, its table empty.
+        context.Write(file.strPath, bPlant ? "// id caption class worth\n" : ColumnText(context, nRecords, nFirstId),
+                      bCrLf);
+        return;
+    }
+    std::string strText = SectionedText(context, nRecords, nFirstId);
+    if (bPlant)
+        strText.insert(strText.find('\n') + 1, kFaultySection);
+    context.Write(file.strPath, strText, bCrLf);
 }

@@ -1,8 +1,9 @@
 // gendata: writes a complete client data folder, deterministically.
-//   gendata [--scale N] [--faulty] DIR
+//   gendata [--scale N] [--faulty] [--force] DIR
+#include <CLI/CLI.hpp>
+
 #include <cstdio>
-#include <cstdlib>
-#include <cstring>
+#include <filesystem>
 #include <set>
 #include <string>
 
@@ -58,30 +59,47 @@ void WriteTextResources(CGenContext& context)
     context.Write("ini/StrRes.ini", strText);
 }
 
+// A folder that holds anything is somebody's data: it is overwritten only
+// when asked.
+bool IsEmptyOrMissing(const std::string& strRoot)
+{
+    std::error_code error;
+    if (!std::filesystem::exists(strRoot, error))
+        return true;
+    return std::filesystem::is_directory(strRoot, error) && std::filesystem::is_empty(strRoot, error);
+}
+
 }  // namespace
 
 int main(int argc, char** argv)
 {
     GenOptions options;
-    for (int i = 1; i < argc; ++i) {
-        if (std::strcmp(argv[i], "--scale") == 0 && i + 1 < argc) {
-            options.nScale = std::atoi(argv[++i]);
-        } else if (std::strcmp(argv[i], "--faulty") == 0) {
-            options.bFaulty = true;
-        } else if (argv[i][0] == '-') {
-            std::fprintf(stderr, "usage: gendata [--scale N] [--faulty] DIR\n");
-            return 2;
-        } else {
-            options.strRoot = argv[i];
-        }
+    bool bForce = false;
+    CLI::App app("gendata: writes a client data folder from the catalogue and the record descriptions.", "gendata");
+    app.add_option("DIR", options.strRoot, "the folder to write")->required();
+    app.add_option("--scale", options.nScale, "records per table: N times the sample's (default 1)")
+        ->check(CLI::PositiveNumber);
+    app.add_flag("--faulty", options.bFaulty, "plant the faults lint reports (tests/tools/lint_rules.txt)");
+    app.add_flag("--force", bForce, "write into a folder that is not empty");
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError& error) {
+        if (error.get_exit_code() == 0)
+            return app.exit(error);
+        std::fprintf(stderr, "gendata: %s (see gendata --help)\n", error.what());
+        return 2;
     }
-    if (options.strRoot.empty() || options.nScale < 1) {
-        std::fprintf(stderr, "usage: gendata [--scale N] [--faulty] DIR\n");
+    if (!bForce && !IsEmptyOrMissing(options.strRoot)) {
+        std::fprintf(stderr, "gendata: %s is not an empty folder; --force writes into it\n", options.strRoot.c_str());
         return 2;
     }
     CGenContext context(options);
     WriteCatalogueFiles(context);
     WriteAlternativeSet(context);
     WriteTextResources(context);
+    if (!context.Failure().empty()) {
+        std::fprintf(stderr, "gendata: cannot write %s\n", context.Failure().c_str());
+        return 1;
+    }
     return 0;
 }

@@ -1,0 +1,128 @@
+// The lint rules that read the files themselves, beside what the loaders
+// report: texts that are not GB18030, a key repeated in a section of a
+// generic table, an empty table whose file exists.
+#include "LintRules.h"
+
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <set>
+
+#include "ClientData/ClientDataMgr.h"
+#include "TableView.h"
+#include "Text.h"
+#include "ZelGameBase/IniSectionReader.h"
+#include "ZelGameBase/ZelCrt.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+bool IsFile(const std::string& strPath)
+{
+    std::error_code error;
+    return fs::is_regular_file(strPath, error);
+}
+
+std::string FileText(const std::string& strPath)
+{
+    std::ifstream in(strPath, std::ios::binary);
+    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
+}
+
+std::string Lowered(std::string_view text)
+{
+    std::string strOut(text);
+    for (char& c : strOut)
+        c = CrtToLower(c);
+    return strOut;
+}
+
+// The main files of the described tables: their loaders report their own
+// repeated keys.
+std::set<std::string> DescribedFiles()
+{
+    std::set<std::string> setFile;
+    for (const CatalogueEntry& entry : kCatalogue)
+        if (!entry.bGeneric) {
+            setFile.insert(CatalogueDataPath(entry.szFile));
+            setFile.insert(DataPathShown(CatalogueAlternativePath(entry.szFile)));
+        }
+    return setFile;
+}
+
+}  // namespace
+
+std::vector<std::string> LintDataFiles()
+{
+    std::set<std::string> setFile{"DeferList.dat", "ini/StrRes.ini"};
+    for (const CatalogueEntry& entry : kCatalogue) {
+        for (const std::string& strFile : CatalogueDataFilesOf(entry.nSlot))
+            setFile.insert(strFile);
+        if (!CatalogueIsFixedPath(entry.szFile))
+            setFile.insert(DataPathShown(CatalogueAlternativePath(entry.szFile)));
+    }
+    std::vector<std::string> setPresent;
+    for (const std::string& strFile : setFile)
+        if (IsFile(strFile))
+            setPresent.push_back(strFile);
+    return setPresent;
+}
+
+void LintInvalidText(const std::vector<std::string>& setFile, std::vector<LintFinding>& setFinding)
+{
+    for (const std::string& strFile : setFile) {
+        const std::string strText = FileText(strFile);
+        std::size_t nLineStart = 0;
+        int nLine = 1;
+        while (nLineStart < strText.size()) {
+            std::size_t nLineEnd = strText.find('\n', nLineStart);
+            nLineEnd = nLineEnd == std::string::npos ? strText.size() : nLineEnd + 1;
+            const std::string strLine = strText.substr(nLineStart, nLineEnd - nLineStart);
+            const std::size_t nBad = GbkInvalidAt(strLine);
+            if (nBad != std::string::npos)
+                setFinding.push_back(
+                    LintFinding{strFile, nLine, LINT_ERROR, "not-gbk",
+                                "byte " + std::to_string(nBad + 1) + " of the line starts no GBK/GB18030 character"});
+            nLineStart = nLineEnd;
+            ++nLine;
+        }
+    }
+}
+
+void LintRepeatedKeys(const std::vector<std::string>& setFile, std::vector<LintFinding>& setFinding)
+{
+    std::set<std::string> setSectioned;
+    for (const CatalogueEntry& entry : kCatalogue)
+        if (entry.bGeneric && entry.kind == CatalogueKind::SECTIONS) {
+            setSectioned.insert(CatalogueDataPath(entry.szFile));
+            setSectioned.insert(DataPathShown(CatalogueAlternativePath(entry.szFile)));
+        }
+    const std::set<std::string> setDescribed = DescribedFiles();
+    for (const std::string& strFile : setFile) {
+        if (setSectioned.count(strFile) == 0 || setDescribed.count(strFile) != 0)
+            continue;
+        CIniSectionReader reader;
+        if (!reader.Open(strFile.c_str(), 1))
+            continue;
+        for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection) {
+            std::set<std::string> setSeen;
+            for (int nKey = 0; nKey < reader.GetKeyAmount(nSection); ++nKey)
+                if (!setSeen.insert(Lowered(reader.GetKeyAt(nSection, nKey))).second)
+                    setFinding.push_back(
+                        LintFinding{strFile, reader.GetKeyLine(nSection, nKey), LINT_WARNING, "repeated-key",
+                                    std::string(reader.GetKeyAt(nSection, nKey)) + " is given again in [" +
+                                        std::string(reader.GetTitle(nSection)) + "]; the first is read"});
+        }
+    }
+}
+
+void LintEmptyTables(CClientDataMgr& mgr, std::vector<LintFinding>& setFinding)
+{
+    for (const CatalogueEntry& entry : kCatalogue) {
+        const std::string strFile = TableFileRead(entry, mgr);
+        if (mgr.GetLoadedAmountBySlot(entry.nSlot) == 0 && IsFile(strFile))
+            setFinding.push_back(LintFinding{strFile, 0, LINT_WARNING, "empty-table",
+                                             std::string("the ") + entry.szName + " table loads no record from it"});
+    }
+}
