@@ -6,6 +6,7 @@
 #   check_golden.sh CLIENTDATA SAMPLE GOLDEN EXPECTED_STATUS ARGS...
 # In ARGS, @DIR@ stands for the copied data folder.
 set -uo pipefail
+source "$(dirname "$0")/golden.sh"
 clientdata=$1 sample=$2 golden=$3 expected=$4
 shift 4
 scratch=$(mktemp -d)
@@ -24,10 +25,4 @@ if ! diff -r "$sample" "$scratch/data"; then
   echo "the command changed the data folder"
   exit 1
 fi
-if [ "${UPDATE_GOLDEN:-0}" = 1 ]; then
-  cp "$scratch/out.txt" "$golden"
-  echo "updated $golden"
-  exit 0
-fi
-diff -u "$golden" "$scratch/out.txt" | head -40
-diff -q "$golden" "$scratch/out.txt" >/dev/null
+compare_golden "$scratch/out.txt" "$golden"

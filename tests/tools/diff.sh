@@ -7,6 +7,7 @@
 # the same, with status 0.
 #   diff.sh CLIENTDATA SAMPLE GOLDEN
 set -uo pipefail
+source "$(dirname "$0")/golden.sh"
 clientdata=$1 sample=$2 golden=$3
 scratch=$(mktemp -d)
 trap 'rm -rf "$scratch"' EXIT
@@ -38,10 +39,4 @@ run() {
   run diff --json ../old
   run diff ../old ../old
 } >"$scratch/out.txt"
-if [ "${UPDATE_GOLDEN:-0}" = 1 ]; then
-  cp "$scratch/out.txt" "$golden"
-  echo "updated $golden"
-  exit 0
-fi
-diff -u "$golden" "$scratch/out.txt" | head -40
-diff -q "$golden" "$scratch/out.txt" >/dev/null
+compare_golden "$scratch/out.txt" "$golden"

@@ -31,17 +31,6 @@ std::vector<const ViewField*> RecordCells(const std::vector<ViewColumn>& setColu
     return setCell;
 }
 
-std::string SqlName(const std::string& strName)
-{
-    std::string strOut = "\"";
-    for (const char c : strName) {
-        if (c == '"')
-            strOut.push_back('"');
-        strOut.push_back(c);
-    }
-    return strOut + "\"";
-}
-
 class CDatabase {
 public:
     explicit CDatabase(const std::string& strPath)
@@ -63,11 +52,11 @@ public:
     void Table(const std::string& strTable, const std::vector<ViewColumn>& setColumn,
                const std::vector<ViewRecord>& setRecord)
     {
-        std::string strCreate = "CREATE TABLE " + SqlName(strTable) + " (";
-        std::string strInsert = "INSERT INTO " + SqlName(strTable) + " VALUES (";
+        std::string strCreate = "CREATE TABLE " + DoubleQuoted(strTable) + " (";
+        std::string strInsert = "INSERT INTO " + DoubleQuoted(strTable) + " VALUES (";
         for (std::size_t i = 0; i < setColumn.size(); ++i) {
             strCreate +=
-                (i == 0 ? "" : ", ") + SqlName(setColumn[i].strName) + (setColumn[i].bText ? " TEXT" : " INTEGER");
+                (i == 0 ? "" : ", ") + DoubleQuoted(setColumn[i].strName) + (setColumn[i].bText ? " TEXT" : " INTEGER");
             strInsert += i == 0 ? "?" : ", ?";
         }
         Execute(strCreate + ")");

@@ -72,15 +72,18 @@ std::size_t GbkInvalidAt(const std::string& strGbk)
     return nValid == strGbk.size() ? std::string::npos : nValid;
 }
 
-std::string CsvField(const std::string& strUtf8)
+std::string DoubleQuoted(const std::string& strText)
 {
-    if (strUtf8.find_first_of(",\"\r\n") == std::string::npos)
-        return strUtf8;
     std::string strOut = "\"";
-    for (const char c : strUtf8) {
+    for (const char c : strText) {
         if (c == '"')
             strOut.push_back('"');
         strOut.push_back(c);
     }
     return strOut + "\"";
+}
+
+std::string CsvField(const std::string& strUtf8)
+{
+    return strUtf8.find_first_of(",\"\r\n") == std::string::npos ? strUtf8 : DoubleQuoted(strUtf8);
 }

@@ -16,6 +16,10 @@ std::size_t GbkInvalidAt(const std::string& strGbk);
 // What a person sees: UTF-8, or the data's bytes when bRaw.
 inline std::string Shown(const std::string& strGbk, bool bRaw) { return bRaw ? strGbk : GbkToUtf8(strGbk); }
 
+// The text between two quote characters, each quote in it doubled (CSV
+// fields, SQL names).
+std::string DoubleQuoted(const std::string& strText);
+
 // A CSV field as RFC 4180 writes it: quoted when it holds a comma, a quote
 // or a line break, with quotes doubled.
 std::string CsvField(const std::string& strUtf8);
