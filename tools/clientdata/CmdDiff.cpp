@@ -22,13 +22,24 @@ struct FieldAt {
 };
 
 struct TableSide {
-    std::string strFile;
+    std::string strRoot;  // the data folder
+    std::string strFile;  // the file the table read, in the folder
+    bool bSections = true;
     std::vector<ViewRecord> setRecord;
     std::map<std::string, const ViewRecord*> mapByKey;  // the first record of a key, as the lookups answer
-    std::shared_ptr<CSourceLines> pLines;
-};
 
-using FolderSide = std::map<std::string, TableSide>;  // by table name
+    // Where records stand: the file is read again only when a change is
+    // shown.
+    const CSourceLines& Lines() const
+    {
+        if (!m_pLines)
+            m_pLines = std::make_unique<CSourceLines>(strRoot + "/" + strFile, bSections);
+        return *m_pLines;
+    }
+
+private:
+    mutable std::unique_ptr<CSourceLines> m_pLines;
+};
 
 // The views a diff compares: a file several tables read (Common.ini) is
 // compared once, through a generic table where it has one, which shows
@@ -51,30 +62,23 @@ std::vector<const TableView*> ComparedViews()
     return setView;
 }
 
-bool CollectFolder(const LoadOptions& options, FolderSide& folder)
+CClientDataMgr* LoadForDiff(const LoadOptions& options)
 {
-    if (DataFolderCheck(options.strFolder) != 0)
-        return false;
     std::vector<TableLoadLine> setLine;
     CClientDataMgr* pMgr = LoadDataFolder(options, &setLine);
-    if (pMgr == nullptr)
-        return false;
-    PrintLogFaults(setLine, options.bRaw);
-    for (const TableView* pView : ComparedViews()) {
-        TableSide& side = folder[pView->szName];
-        ViewAllRecords(*pView, *pMgr, side.setRecord);
-        for (const ViewRecord& record : side.setRecord)
-            side.mapByKey.emplace(record.strKey, &record);
-        if (pView->pEntry == nullptr) {
-            side.strFile = "ini/StrRes.ini";
-        } else {
-            side.strFile = TableFileRead(*pView->pEntry, *pMgr);
-        }
-        const bool bSections = pView->pEntry == nullptr || pView->pEntry->kind != CatalogueKind::COLUMNS;
-        side.pLines = std::make_shared<CSourceLines>(side.strFile, bSections);
-    }
-    DestroyClientDataMgr();
-    return true;
+    if (pMgr != nullptr)
+        PrintLogFaults(setLine, options.bRaw);
+    return pMgr;
+}
+
+void CollectTable(const TableView& view, CClientDataMgr& mgr, const std::string& strRoot, TableSide& side)
+{
+    side.strRoot = strRoot;
+    ViewAllRecords(view, mgr, side.setRecord);
+    for (const ViewRecord& record : side.setRecord)
+        side.mapByKey.emplace(record.strKey, &record);
+    side.strFile = view.pEntry == nullptr ? "ini/StrRes.ini" : TableFileRead(*view.pEntry, mgr);
+    side.bSections = view.pEntry == nullptr || view.pEntry->kind != CatalogueKind::COLUMNS;
 }
 
 // A record's fields by name, the first of a repeated name. A generic
@@ -244,8 +248,8 @@ void CompareRecords(const std::string& strTable, const TableSide& before, const 
         Change change{strTable,       recordAfter.strKey,
                       "changed",      strName,
                       pOld,           pNew,
-                      before.strFile, before.pLines->FieldLine(recordBefore.strKey, strName),
-                      after.strFile,  after.pLines->FieldLine(recordAfter.strKey, strName)};
+                      before.strFile, before.Lines().FieldLine(recordBefore.strKey, strName),
+                      after.strFile,  after.Lines().FieldLine(recordAfter.strKey, strName)};
         printer.Add(change);
     }
 }
@@ -255,14 +259,14 @@ void CompareTable(const std::string& strTable, const TableSide& before, const Ta
     for (const ViewRecord& record : before.setRecord)
         if (before.mapByKey.at(record.strKey) == &record && after.mapByKey.count(record.strKey) == 0)
             printer.Add(Change{strTable, record.strKey, "removed", "", nullptr, nullptr, before.strFile,
-                               before.pLines->RecordLine(record.strKey), "", 0});
+                               before.Lines().RecordLine(record.strKey), "", 0});
     for (const ViewRecord& record : after.setRecord) {
         if (after.mapByKey.at(record.strKey) != &record)
             continue;
         const auto it = before.mapByKey.find(record.strKey);
         if (it == before.mapByKey.end())
             printer.Add(Change{strTable, record.strKey, "added", "", nullptr, nullptr, "", 0, after.strFile,
-                               after.pLines->RecordLine(record.strKey)});
+                               after.Lines().RecordLine(record.strKey)});
         else
             CompareRecords(strTable, before, *it->second, after, record, printer);
     }
@@ -272,15 +276,32 @@ void CompareTable(const std::string& strTable, const TableSide& before, const Ta
 
 int RunDiffCommand(const DiffOptions& options)
 {
-    FolderSide before;
-    FolderSide after;
+    if (const int nStatus = DataFolderCheck(options.load.strFolder))
+        return nStatus;
+    if (const int nStatus = DataFolderCheck(options.strSecond))
+        return nStatus;
+    // The old folder's records are kept; the new folder's are collected and
+    // compared one table at a time.
+    CClientDataMgr* pMgr = LoadForDiff(options.load);
+    if (pMgr == nullptr)
+        return 2;
+    std::map<std::string, TableSide> mapBefore;
+    for (const TableView* pView : ComparedViews())
+        CollectTable(*pView, *pMgr, options.load.strFolder, mapBefore[pView->szName]);
+    DestroyClientDataMgr();
     LoadOptions second = options.load;
     second.strFolder = options.strSecond;
-    if (!CollectFolder(options.load, before) || !CollectFolder(second, after))
+    pMgr = LoadForDiff(second);
+    if (pMgr == nullptr)
         return 2;
     CDiffPrinter printer(options);
-    for (const TableView* pView : ComparedViews())
-        CompareTable(pView->szName, before[pView->szName], after[pView->szName], printer);
+    for (const TableView* pView : ComparedViews()) {
+        TableSide after;
+        CollectTable(*pView, *pMgr, second.strFolder, after);
+        CompareTable(pView->szName, mapBefore[pView->szName], after, printer);
+        mapBefore.erase(pView->szName);
+    }
+    DestroyClientDataMgr();
     if (printer.Differs() || options.bJson)
         printer.Finish();
     return printer.Differs() ? 1 : 0;
