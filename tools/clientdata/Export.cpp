@@ -14,7 +14,7 @@ namespace {
 std::size_t ColumnIndex(const std::vector<ViewColumn>& setColumn, const std::string& strName)
 {
     for (std::size_t i = 0; i < setColumn.size(); ++i)
-        if (CrtCompareNoCase(setColumn[i].strName.c_str(), strName.c_str()) == 0)
+        if (setColumn[i].strName == strName)
             return i;
     return setColumn.size();
 }
@@ -29,6 +29,26 @@ std::vector<const ViewField*> RecordCells(const std::vector<ViewColumn>& setColu
             setCell[nColumn] = &field;
     }
     return setCell;
+}
+
+// The SQL names of the columns: SQL compares names without regard to case,
+// so a name that only differs in case from an earlier one gets a number.
+std::vector<std::string> SqlColumnNames(const std::vector<ViewColumn>& setColumn)
+{
+    std::vector<std::string> setName;
+    for (const ViewColumn& column : setColumn) {
+        std::string strName = column.strName;
+        for (int n = 2;; ++n) {
+            bool bTaken = false;
+            for (const std::string& strTaken : setName)
+                bTaken = bTaken || CrtCompareNoCase(strTaken.c_str(), strName.c_str()) == 0;
+            if (!bTaken)
+                break;
+            strName = column.strName + "_" + std::to_string(n);
+        }
+        setName.push_back(strName);
+    }
+    return setName;
 }
 
 class CDatabase {
@@ -54,9 +74,9 @@ public:
     {
         std::string strCreate = "CREATE TABLE " + DoubleQuoted(strTable) + " (";
         std::string strInsert = "INSERT INTO " + DoubleQuoted(strTable) + " VALUES (";
+        const std::vector<std::string> setName = SqlColumnNames(setColumn);
         for (std::size_t i = 0; i < setColumn.size(); ++i) {
-            strCreate +=
-                (i == 0 ? "" : ", ") + DoubleQuoted(setColumn[i].strName) + (setColumn[i].bText ? " TEXT" : " INTEGER");
+            strCreate += (i == 0 ? "" : ", ") + DoubleQuoted(setName[i]) + (setColumn[i].bText ? " TEXT" : " INTEGER");
             strInsert += i == 0 ? "?" : ", ?";
         }
         Execute(strCreate + ")");

@@ -10,8 +10,7 @@
 class CClientDataMgr;
 
 // The columns of a table's records: the described ones, then every further
-// name in first-seen order. Names are unique without regard to ASCII case
-// (SQL compares them so); a record's repeated name keeps its first value.
+// name in first-seen order; a record's repeated name keeps its first value.
 std::vector<ViewColumn> RecordColumns(const TableView& view, const std::vector<ViewRecord>& setRecord);
 
 // The records as a JSON array of objects, one key per column a record has.
