@@ -242,7 +242,12 @@ ViewLookup ViewGetRecord(const TableView& view, CClientDataMgr& mgr, const std::
 
 int RunTablesCommand()
 {
-    for (const TableView& view : AllTableViews())
-        std::printf("%-24s %s\n", view.szName, ViewKeyUsage(view).c_str());
+    for (const TableView& view : AllTableViews()) {
+        const std::string strUsage = ViewKeyUsage(view);
+        if (strUsage.empty())
+            std::printf("%s\n", view.szName);  // a table of settings takes no key
+        else
+            std::printf("%-24s %s\n", view.szName, strUsage.c_str());
+    }
     return 0;
 }
