@@ -1,7 +1,6 @@
 // get TABLE KEY... [DIR]: one record, every field by name. The table's key
 // kind tells how many words the key has, so a word after them is the folder.
 #include <cstdio>
-#include <filesystem>
 
 #include "ClientData/ClientDataMgr.h"
 #include "DataFolder.h"
@@ -22,18 +21,17 @@ std::string KeyShown(const std::vector<std::string>& setKey)
 
 int RunGetCommand(const GetOptions& options)
 {
-    const TableView* pView = FindTableView(options.strTable);
+    const std::string& strTable = options.setOperand.front();
+    const TableView* pView = FindTableView(strTable);
     if (pView == nullptr)
-        return UsageError("get: no table named " + options.strTable + " (clientdata tables lists them)");
+        return UsageError("get: no table named " + strTable + " (clientdata tables lists them)");
     const std::size_t nArity = ViewKeyArity(*pView);
-    if (options.setKey.size() < nArity || options.setKey.size() > nArity + 1)
+    const std::size_t nWords = options.setOperand.size() - 1;
+    if (nWords < nArity || nWords > nArity + 1)
         return UsageError(std::string("get: ") + pView->szName + " takes " + ViewKeyKind(*pView) + ", then DIR");
     LoadOptions load = options.load;
-    std::error_code error;
-    load.strFolder = std::filesystem::absolute(options.setKey.size() > nArity ? options.setKey.back() : ".", error)
-                         .lexically_normal()
-                         .string();
-    const std::vector<std::string> setKey(options.setKey.begin(), options.setKey.begin() + nArity);
+    load.strFolder = AbsolutePath(nWords > nArity ? options.setOperand.back() : ".");
+    const std::vector<std::string> setKey(options.setOperand.begin() + 1, options.setOperand.begin() + 1 + nArity);
     if (const int nStatus = DataFolderCheck(load.strFolder))
         return nStatus;
     std::vector<TableLoadLine> setLine;

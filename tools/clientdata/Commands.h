@@ -16,9 +16,10 @@ struct LoadOptions {
 };
 
 struct GetOptions {
-    LoadOptions load;
-    std::string strTable;
-    std::vector<std::string> setKey;
+    LoadOptions load;  // strFolder is taken from the operands
+    // TABLE KEY... [DIR]: the table's key kind tells how many words the key
+    // has, so a word after them is the folder.
+    std::vector<std::string> setOperand;
 };
 
 struct ExportOptions {
@@ -48,6 +49,10 @@ int RunExportCommand(const ExportOptions& options);
 int RunLintCommand(const LintOptions& options);
 int RunDiffCommand(const DiffOptions& options);
 int RunTablesCommand();
+
+// A path made absolute from where the tool was started (a load enters its
+// folder).
+std::string AbsolutePath(const std::string& strPath);
 
 // Prints "clientdata: MESSAGE" on standard error and returns 2.
 int UsageError(const std::string& strMessage);

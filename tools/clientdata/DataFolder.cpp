@@ -59,19 +59,26 @@ int DataFolderCheck(const std::string& strFolder)
 
 void DebugLogRedirect(const std::string& strLogFolder)
 {
+    // Once, before the first load enters a data folder: a relative --log is
+    // taken from where the tool started.
+    static bool s_bRedirected = false;
+    if (s_bRedirected)
+        return;
+    s_bRedirected = true;
     if (!strLogFolder.empty()) {
         std::error_code error;
         fs::create_directories(strLogFolder, error);
-        LogSetFolder(fs::absolute(strLogFolder, error).string().c_str());
+        LogSetFolder(AbsolutePath(strLogFolder).c_str());
         return;
     }
-    if (!g_temporaryLog.strPath.empty())
-        return;
-    std::string strTemplate = (fs::temp_directory_path() / "clientdata-log-XXXXXX").string();
-    if (mkdtemp(strTemplate.data()) == nullptr)
-        return;
-    g_temporaryLog.strPath = strTemplate;
-    LogSetFolder(strTemplate.c_str());
+    std::error_code error;
+    const fs::path temporary = fs::temp_directory_path(error);
+    std::string strTemplate = (temporary / "clientdata-log-XXXXXX").string();
+    if (mkdtemp(strTemplate.data()) != nullptr)
+        g_temporaryLog.strPath = strTemplate;
+    // Without a folder of its own the log goes to the temporary folder itself,
+    // never into the data folder.
+    LogSetFolder(g_temporaryLog.strPath.empty() ? temporary.string().c_str() : strTemplate.c_str());
 }
 
 CClientDataMgr* LoadDataFolder(const LoadOptions& options, std::vector<TableLoadLine>* pLines)
@@ -96,6 +103,13 @@ void PrintLogFaults(const std::vector<TableLoadLine>& setLine, bool bRaw)
     for (const TableLoadLine& line : setLine)
         for (const std::string& strFault : line.setFault)
             std::fprintf(stderr, "clientdata: debug log: %s: %s\n", line.szName, Shown(strFault, bRaw).c_str());
+}
+
+std::string AbsolutePath(const std::string& strPath)
+{
+    std::error_code error;
+    const fs::path path = fs::absolute(strPath, error);
+    return error ? strPath : path.lexically_normal().string();
 }
 
 int UsageError(const std::string& strMessage)

@@ -6,7 +6,6 @@
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
 #include <string>
 
 #include "Commands.h"
@@ -32,14 +31,6 @@ void AddLoadOptions(CLI::App& command, LoadOptions& options)
     command.add_option("--log", options.strLogFolder, "write the debug log into DIR (default: a temporary folder)")
         ->type_name("DIR");
     command.add_flag("--raw", options.bRaw, "show texts as the data's GBK bytes, not as UTF-8");
-}
-
-// Folders are taken from where the tool was started: a load enters its folder.
-std::string Absolute(const std::string& strPath)
-{
-    std::error_code error;
-    const std::filesystem::path path = std::filesystem::absolute(strPath, error);
-    return error ? strPath : path.lexically_normal().string();
 }
 
 // Standard output flushed and closed: a write error ends the tool with 1.
@@ -68,9 +59,8 @@ int main(int argc, char** argv)
     AddLoadOptions(reportCommand, report);
 
     GetOptions get;
-    std::vector<std::string> setGetOperand;
     CLI::App& getCommand = *app.add_subcommand("get", "one record, every field under the file's keys");
-    getCommand.add_option("TABLE KEY... [DIR]", setGetOperand, "the table, its key (none for a table of settings)")
+    getCommand.add_option("TABLE KEY... [DIR]", get.setOperand, "the table, its key (none for a table of settings)")
         ->required()
         ->type_name("");
     AddLoadOptions(getCommand, get.load);
@@ -115,9 +105,6 @@ int main(int argc, char** argv)
 
     int nStatus = 0;
     if (getCommand.parsed()) {
-        get.strTable = setGetOperand.front();
-        get.setKey.assign(setGetOperand.begin() + 1, setGetOperand.end());
-        get.load.strFolder = "";  // RunGetCommand takes what follows the key
         nStatus = RunGetCommand(get);
     } else if (exportCommand.parsed()) {
         if (setExportOperand.size() > 2)
@@ -125,21 +112,21 @@ int main(int argc, char** argv)
         (exportOptions.bAll ? exportOptions.strOutput : exportOptions.strTable) = setExportOperand[0];
         if (setExportOperand.size() == 2)
             exportOptions.load.strFolder = setExportOperand[1];
-        exportOptions.load.strFolder = Absolute(exportOptions.load.strFolder);
+        exportOptions.load.strFolder = AbsolutePath(exportOptions.load.strFolder);
         if (!exportOptions.strOutput.empty())
-            exportOptions.strOutput = Absolute(exportOptions.strOutput);
+            exportOptions.strOutput = AbsolutePath(exportOptions.strOutput);
         nStatus = RunExportCommand(exportOptions);
     } else if (lintCommand.parsed()) {
-        lint.load.strFolder = Absolute(lint.load.strFolder);
+        lint.load.strFolder = AbsolutePath(lint.load.strFolder);
         nStatus = RunLintCommand(lint);
     } else if (diffCommand.parsed()) {
-        diff.load.strFolder = Absolute(diff.load.strFolder);
-        diff.strSecond = Absolute(diff.strSecond.empty() ? "." : diff.strSecond);
+        diff.load.strFolder = AbsolutePath(diff.load.strFolder);
+        diff.strSecond = AbsolutePath(diff.strSecond.empty() ? "." : diff.strSecond);
         nStatus = RunDiffCommand(diff);
     } else if (app.got_subcommand("tables")) {
         nStatus = RunTablesCommand();
     } else {
-        report.strFolder = Absolute(report.strFolder);
+        report.strFolder = AbsolutePath(report.strFolder);
         nStatus = RunReportCommand(report);
     }
     return CloseOutput(nStatus);
