@@ -16,11 +16,6 @@
 
 namespace {
 
-struct FieldAt {
-    const ViewField* pField;
-    int nLine;
-};
-
 struct TableSide {
     std::string strRoot;  // the data folder
     std::string strFile;  // the file the table read, in the folder

@@ -1,14 +1,13 @@
 #include "Lint.h"
 
-#include "LintRules.h"
-#include "TableView.h"
-
 #include <algorithm>
 #include <filesystem>
 #include <set>
 #include <tuple>
 
 #include "ClientData/ClientDataMgr.h"
+#include "LintRules.h"
+#include "TableView.h"
 #include "ZelGameBase/LoadFindings.h"
 #include "ZelGameBase/ZelGameBase.h"
 

@@ -3,6 +3,7 @@
 // generic table, an empty table whose file exists.
 #include "LintRules.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -72,20 +73,19 @@ std::vector<std::string> LintDataFiles()
 void LintInvalidText(const std::vector<std::string>& setFile, std::vector<LintFinding>& setFinding)
 {
     for (const std::string& strFile : setFile) {
+        // The whole file in one conversion; after a bad byte it goes on
+        // from the next line.
         const std::string strText = FileText(strFile);
-        std::size_t nLineStart = 0;
-        int nLine = 1;
-        while (nLineStart < strText.size()) {
-            std::size_t nLineEnd = strText.find('\n', nLineStart);
-            nLineEnd = nLineEnd == std::string::npos ? strText.size() : nLineEnd + 1;
-            const std::string strLine = strText.substr(nLineStart, nLineEnd - nLineStart);
-            const std::size_t nBad = GbkInvalidAt(strLine);
-            if (nBad != std::string::npos)
-                setFinding.push_back(
-                    LintFinding{strFile, nLine, LINT_ERROR, "not-gbk",
-                                "byte " + std::to_string(nBad + 1) + " of the line starts no GBK/GB18030 character"});
-            nLineStart = nLineEnd;
-            ++nLine;
+        std::size_t nBad = GbkInvalidAt(strText);
+        while (nBad != std::string::npos) {
+            const std::size_t nLineStart =
+                strText.rfind('\n', nBad) == std::string::npos ? 0 : strText.rfind('\n', nBad) + 1;
+            const int nLine = 1 + static_cast<int>(std::count(strText.begin(), strText.begin() + nBad, '\n'));
+            setFinding.push_back(LintFinding{
+                strFile, nLine, LINT_ERROR, "not-gbk",
+                "byte " + std::to_string(nBad - nLineStart + 1) + " of the line starts no GBK/GB18030 character"});
+            const std::size_t nLineEnd = strText.find('\n', nBad);
+            nBad = nLineEnd == std::string::npos ? std::string::npos : GbkInvalidAt(strText, nLineEnd + 1);
         }
     }
 }

@@ -65,10 +65,12 @@ std::string GbkToUtf8(const std::string& strGbk)
     return strOut;
 }
 
-std::size_t GbkInvalidAt(const std::string& strGbk)
+std::size_t GbkInvalidAt(const std::string& strGbk, std::size_t nFrom)
 {
     CConverter converter;
-    const std::size_t nValid = converter.Ready() ? converter.Convert(strGbk.data(), strGbk.size(), nullptr) : 0;
+    if (!converter.Ready())
+        return nFrom;
+    const std::size_t nValid = nFrom + converter.Convert(strGbk.data() + nFrom, strGbk.size() - nFrom, nullptr);
     return nValid == strGbk.size() ? std::string::npos : nValid;
 }
 

@@ -9,9 +9,9 @@
 // a byte that starts no valid character is shown as \xNN.
 std::string GbkToUtf8(const std::string& strGbk);
 
-// The offset of the first byte that starts no valid GB18030 character, or
-// std::string::npos when the whole buffer is valid.
-std::size_t GbkInvalidAt(const std::string& strGbk);
+// The offset of the first byte from nFrom on that starts no valid GB18030
+// character, or std::string::npos when the rest of the buffer is valid.
+std::size_t GbkInvalidAt(const std::string& strGbk, std::size_t nFrom = 0);
 
 // What a person sees: UTF-8, or the data's bytes when bRaw.
 inline std::string Shown(const std::string& strGbk, bool bRaw) { return bRaw ? strGbk : GbkToUtf8(strGbk); }
