@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Installs the Debian packages the build needs, only those that are missing.
 set -euo pipefail
-packages=(cmake ninja-build g++ libgtest-dev zlib1g-dev libcurl4-openssl-dev libbenchmark-dev python3
+packages=(cmake ninja-build g++ libgtest-dev zlib1g-dev libcurl4-openssl-dev libbenchmark-dev python3 pkg-config
           libcli11-dev nlohmann-json3-dev libsqlite3-dev "$@")
 missing=()
 for package in "${packages[@]}"; do
