@@ -32,6 +32,9 @@ int RunGetCommand(const GetOptions& options)
     LoadOptions load = options.load;
     load.strFolder = AbsolutePath(nWords > nArity ? options.setOperand.back() : ".");
     const std::vector<std::string> setKey(options.setOperand.begin() + 1, options.setOperand.begin() + 1 + nArity);
+    if (!ViewKeyParses(*pView, setKey))
+        return UsageError(std::string("get: ") + pView->szName + " is keyed by " + ViewKeyKind(*pView) + ", not \"" +
+                          KeyShown(setKey) + "\"");
     if (const int nStatus = DataFolderCheck(load.strFolder))
         return nStatus;
     std::vector<TableLoadLine> setLine;
@@ -40,13 +43,7 @@ int RunGetCommand(const GetOptions& options)
         return 2;
     PrintLogFaults(setLine, load.bRaw);
     ViewRecord record;
-    const ViewLookup lookup = ViewGetRecord(*pView, *pMgr, setKey, record);
-    if (lookup == ViewLookup::BAD_KEY) {
-        DestroyClientDataMgr();
-        return UsageError(std::string("get: ") + pView->szName + " is keyed by " + ViewKeyKind(*pView) + ", not \"" +
-                          KeyShown(setKey) + "\"");
-    }
-    if (lookup == ViewLookup::MISS) {
+    if (!ViewGetRecord(*pView, *pMgr, setKey, record)) {
         std::fprintf(stderr, "clientdata: %s: no record %s\n", pView->szName, KeyShown(setKey).c_str());
         DestroyClientDataMgr();
         return 1;

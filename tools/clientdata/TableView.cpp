@@ -216,28 +216,36 @@ void ViewAllRecords(const TableView& view, CClientDataMgr& mgr, std::vector<View
     view.pEntry->pDesc->pfnForEach(*context.pTable, &RecordCollect, &context);
 }
 
-ViewLookup ViewGetRecord(const TableView& view, CClientDataMgr& mgr, const std::vector<std::string>& setKey,
-                         ViewRecord& record)
+bool ViewKeyParses(const TableView& view, const std::vector<std::string>& setKey)
 {
+    int64_t nId = 0;
+    RecordKey key;
+    return view.pEntry == nullptr ? setKey.size() == 1 && KeyNumber(setKey[0], nId)
+                                  : KeyParse(*view.pEntry->pDesc, setKey, key);
+}
+
+bool ViewGetRecord(const TableView& view, CClientDataMgr& mgr, const std::vector<std::string>& setKey,
+                   ViewRecord& record)
+{
+    if (!ViewKeyParses(view, setKey))
+        return false;
     if (view.pEntry == nullptr) {
         int64_t nId = 0;
-        if (setKey.size() != 1 || !KeyNumber(setKey[0], nId))
-            return ViewLookup::BAD_KEY;
+        KeyNumber(setKey[0], nId);
         if (nId < 0 || nId > UINT32_MAX || mgr.GetStrResTable().Texts().count(static_cast<unsigned>(nId)) == 0)
-            return ViewLookup::MISS;
+            return false;
         StrResRecord(static_cast<unsigned>(nId), mgr.GetStrRes(static_cast<unsigned>(nId)), record);
-        return ViewLookup::FOUND;
+        return true;
     }
     const TableDesc& desc = *view.pEntry->pDesc;
     RecordKey key;
-    if (!KeyParse(desc, setKey, key))
-        return ViewLookup::BAD_KEY;
+    KeyParse(desc, setKey, key);
     CDataTable* pTable = mgr.GetTableBySlot(view.pEntry->nSlot);
     const void* pRecord = desc.pfnFind(*pTable, key);
     if (pRecord == nullptr)
-        return ViewLookup::MISS;
+        return false;
     RecordBuild(*pTable, desc, pRecord, key, record);
-    return ViewLookup::FOUND;
+    return true;
 }
 
 int RunTablesCommand()

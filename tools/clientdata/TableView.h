@@ -57,9 +57,12 @@ std::vector<ViewColumn> ViewDescribedColumns(const TableView& view);
 
 // Every record, in the table's own order.
 void ViewAllRecords(const TableView& view, CClientDataMgr& mgr, std::vector<ViewRecord>& setRecord);
-enum class ViewLookup { FOUND, MISS, BAD_KEY };
+// Whether the words are a key of the table's kind. A numeric key word is a
+// whole decimal token (a leading minus allowed) or 0x hex; a name is any
+// word, and matches exactly.
+bool ViewKeyParses(const TableView& view, const std::vector<std::string>& setKey);
 
-// One record through the table's own lookup. A numeric key word is a whole
-// decimal token (a leading minus allowed) or 0x hex; a name matches exactly.
-ViewLookup ViewGetRecord(const TableView& view, CClientDataMgr& mgr, const std::vector<std::string>& setKey,
-                         ViewRecord& record);
+// One record through the table's own lookup, for a key that parses; false
+// on a miss.
+bool ViewGetRecord(const TableView& view, CClientDataMgr& mgr, const std::vector<std::string>& setKey,
+                   ViewRecord& record);
