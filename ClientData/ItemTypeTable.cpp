@@ -2,7 +2,6 @@
 
 #include <cstddef>
 #include <cstring>
-#include <string_view>
 #include <type_traits>
 
 #include "ClientData/Catalogue.h"
@@ -180,7 +179,7 @@ void CItemTypeTable::AmountFindings(const char* szPath, const CDataFileReader& r
 void CItemTypeTable::NameListAdd(const char* szName)
 {
     const std::size_t nLength = BoundedLength(szName, kNameCompareSize);
-    if (nLength < kNameCompareSize && m_setNameKey.find(std::string_view(szName, nLength)) != m_setNameKey.end())
+    if (nLength < kNameCompareSize && m_setNameKey.count(std::string(szName, nLength)) != 0)
         return;
     m_setName.emplace_back(szName);
     m_setNameKey.emplace(szName, nLength < kNameCompareSize ? nLength : kNameCompareSize - 1);
@@ -216,7 +215,7 @@ bool CItemTypeTable::HasItemName(const char* szName)
     const std::size_t nLength = BoundedLength(szName, kNameCompareSize);
     if (nLength >= kNameCompareSize)
         return false;
-    return m_setNameKey.find(std::string_view(szName, nLength)) != m_setNameKey.end();
+    return m_setNameKey.count(std::string(szName, nLength)) != 0;
 }
 
 uint32_t CItemTypeTable::GetIndexedValue(uint32_t idType, int nIndex)

@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <set>
+#include <unordered_set>
 #include <string>
 #include <type_traits>
 #include <vector>
@@ -99,8 +99,10 @@ private:
     // Every distinct name, with the rule of NameListAdd.
     std::vector<std::string> m_setName;
     // The entries of m_setName cut to their first 15 characters: answers
-    // "does some entry compare equal" without walking the list.
-    std::set<std::string, std::less<>> m_setNameKey;
+    // "does some entry compare equal" without walking the list. Keys of 15
+    // characters or fewer are held in the string itself: a lookup builds
+    // one without allocating.
+    std::unordered_set<std::string> m_setNameKey;
     uint32_t m_nAmount = 0;
 };
 

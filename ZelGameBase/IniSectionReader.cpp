@@ -57,33 +57,14 @@ int IniLineTake(Source& source, bool bLoneCr, Take&& take)
 
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
-// Reads the file as a stream, chunk by chunk, up to its size at open.
-bool ReadStream(const char* szPath, std::string& strText)
-{
-    strText.clear();
-    CPlatformFile file;
-    if (!file.Open(szPath))
-        return false;
-    char buffer[16384];
-    int64_t nRead;
-    bool bOk = true;
-    while (bOk && (nRead = file.Read(buffer, sizeof(buffer))) > 0)
-        bOk = AllocationTry([&] { strText.append(buffer, static_cast<std::size_t>(nRead)); });
-    if (!bOk || nRead < 0) {
-        strText.clear();
-        strText.shrink_to_fit();
-        return false;
-    }
-    return true;
-}
-
 }  // namespace
 
 bool CIniSectionReader::Open(const char* szPath, int nFlag)
 {
     Close();
     std::string strText;
-    const bool bRead = nFlag == 0 ? ReadStream(szPath, strText) : PlatformReadFile(szPath, strText);
+    const bool bRead =
+        nFlag == 0 ? FileStreamReadAll(szPath, strText) == FILE_READ_WHOLE : PlatformReadFile(szPath, strText);
     if (!bRead)
         return false;
     return IndexText(std::move(strText));
