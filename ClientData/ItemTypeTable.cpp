@@ -1,5 +1,6 @@
 #include "ClientData/ItemTypeTable.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
 #include <type_traits>
@@ -108,6 +109,62 @@ std::size_t BoundedLength(const char* szText, std::size_t nLimit)
 
 }  // namespace
 
+CShortTextSet::Slot CShortTextSet::SlotOf(const char* pText, std::size_t nLength)
+{
+    unsigned char bytes[sizeof(Slot)] = {};
+    std::memcpy(bytes, pText, nLength);
+    bytes[sizeof(Slot) - 1] = static_cast<unsigned char>(nLength + 1);
+    Slot slot;
+    std::memcpy(&slot, bytes, sizeof(slot));
+    return slot;
+}
+
+std::size_t CShortTextSet::Probe(const Slot& key) const
+{
+    const std::size_t nMask = m_setSlot.size() - 1;
+    // The high half of a product depends on every bit of its factor: it is
+    // folded into the low bits that pick the slot.
+    uint64_t nHash = (key.nLow * 0x9E3779B97F4A7C15ull ^ key.nHigh) * 0xC2B2AE3D27D4EB4Full;
+    nHash ^= nHash >> 32;
+    for (std::size_t i = static_cast<std::size_t>(nHash) & nMask;; i = (i + 1) & nMask) {
+        const Slot& slot = m_setSlot[i];
+        if (slot == key || (slot.nLow == 0 && slot.nHigh == 0))
+            return i;
+    }
+}
+
+bool CShortTextSet::Has(const char* pText, std::size_t nLength) const
+{
+    if (m_nAmount == 0 || nLength > kMaxLength)
+        return false;
+    const Slot key = SlotOf(pText, nLength);
+    return m_setSlot[Probe(key)] == key;
+}
+
+void CShortTextSet::Add(const char* pText, std::size_t nLength)
+{
+    if (nLength > kMaxLength)
+        return;
+    // At most half full, so that a miss ends soon.
+    if (2 * (m_nAmount + 1) > m_setSlot.size())
+        Grow();
+    const Slot key = SlotOf(pText, nLength);
+    Slot& slot = m_setSlot[Probe(key)];
+    if (slot == key)
+        return;
+    slot = key;
+    ++m_nAmount;
+}
+
+void CShortTextSet::Grow()
+{
+    std::vector<Slot> setOld(std::max<std::size_t>(64, 2 * m_setSlot.size()), Slot{0, 0});
+    setOld.swap(m_setSlot);
+    for (const Slot& slot : setOld)
+        if (slot.nLow != 0 || slot.nHigh != 0)
+            m_setSlot[Probe(slot)] = slot;
+}
+
 CItemTypeTable::CItemTypeTable() { m_strFileName = CatalogueFileOf<CItemTypeTable>(); }
 
 void CItemTypeTable::Load()
@@ -179,10 +236,10 @@ void CItemTypeTable::AmountFindings(const char* szPath, const CDataFileReader& r
 void CItemTypeTable::NameListAdd(const char* szName)
 {
     const std::size_t nLength = BoundedLength(szName, kNameCompareSize);
-    if (nLength < kNameCompareSize && m_setNameKey.count(std::string(szName, nLength)) != 0)
+    if (nLength < kNameCompareSize && m_setNameKey.Has(szName, nLength))
         return;
     m_setName.emplace_back(szName);
-    m_setNameKey.emplace(szName, nLength < kNameCompareSize ? nLength : kNameCompareSize - 1);
+    m_setNameKey.Add(szName, nLength < kNameCompareSize ? nLength : kNameCompareSize - 1);
 }
 
 void CItemTypeTable::Clear() { m_mapItem.clear(); }
@@ -215,7 +272,7 @@ bool CItemTypeTable::HasItemName(const char* szName)
     const std::size_t nLength = BoundedLength(szName, kNameCompareSize);
     if (nLength >= kNameCompareSize)
         return false;
-    return m_setNameKey.count(std::string(szName, nLength)) != 0;
+    return m_setNameKey.Has(szName, nLength);
 }
 
 uint32_t CItemTypeTable::GetIndexedValue(uint32_t idType, int nIndex)
