@@ -118,8 +118,16 @@ void CIniSectionReader::Index()
     const std::size_t nSize = m_strText.size();
     // Every entry holds an "=" and every section a "[": reserving that many
     // spares the regrowth and stays within a multiple of the file's size.
-    m_setSection.reserve(static_cast<std::size_t>(std::count(pText, pText + nSize, '[')));
-    m_setEntry.reserve(static_cast<std::size_t>(std::count(pText, pText + nSize, '=')));
+    // Counted in one pass, in 32-bit lanes; a count that overflows them only
+    // reserves less.
+    uint32_t nOpen = 0;
+    uint32_t nEqual = 0;
+    for (std::size_t i = 0; i < nSize; ++i) {
+        nOpen += pText[i] == '[' ? 1u : 0u;
+        nEqual += pText[i] == '=' ? 1u : 0u;
+    }
+    m_setSection.reserve(nOpen);
+    m_setEntry.reserve(nEqual);
     std::size_t nNext = 0;  // the next line's first byte
     // Sections and entries are counted in 32 bits; a file with more lines
     // than that is indexed up to there. Line numbers stop growing at the
