@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
+#include <vector>
 
 #include "ClientData/DataTable.h"
 #include "ClientData/TableDesc.h"
@@ -20,7 +21,7 @@ public:
 
     // Empties the table, then reads the file; a missing file logs nothing.
     void Load() override;
-    void Clear() override { m_mapValue.clear(); }
+    void Clear() override;
 
     // Slot 7: never fails. With an empty table, a built-in rule on the signed
     // remainder q = K mod 1000: q 100-103 give 66; 110, 120, 121 give 25;
@@ -34,7 +35,23 @@ public:
     const std::map<int64_t, int>& Values() const { return m_mapValue; }
 
 private:
+    struct Slot {
+        int64_t nKey;
+        int nValue;
+        bool bUsed;
+    };
+    // Fills m_setSlot from m_mapValue.
+    void IndexBuild();
+    // The slot where the probe for nKey begins.
+    std::size_t SlotOf(int64_t nKey) const;
+    // The value of nKey; null when no line gives it.
+    const int* Find(int64_t nKey) const;
+
     std::map<int64_t, int> m_mapValue;
+    // The same values in one open-addressing table, at most half full: the
+    // eight keys of a lookup cost a probe each, not a tree search each.
+    std::vector<Slot> m_setSlot;
+    int m_nHashShift = 64;
 };
 
 extern const TableDesc kActionValueDesc;
