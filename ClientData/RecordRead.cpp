@@ -233,17 +233,24 @@ void RecordReadSection(const RecordDesc& desc, const CIniSectionReader& reader, 
 void RecordReadColumns(const RecordDesc& desc, const CDataRow& row, int nFirstColumn, void* pRecord, const char* szFile)
 {
     const int nAmount = row.GetFieldAmount();
+    const bool bFindings = LoadFindingsWanted();
     for (std::size_t nField = 0; nField < desc.nFieldAmount; ++nField) {
         const FieldDesc& field = desc.pField[nField];
         const int nColumn = nFirstColumn + static_cast<int>(nField);
         if (!field.bMember || field.bTitle || field.bUnread)
             continue;
         if (nColumn < nAmount) {
-            FieldStoreValue(field, row.GetStr(nColumn, ""), pRecord, szFile, row.GetLine());
+            // Decimal columns, the bulk of a line, convert directly when no
+            // one wants findings.
+            const bool bDecimal = field.type == FieldType::Int || field.type == FieldType::UInt;
+            if (bDecimal && !bFindings)
+                NumberStore(field, pRecord, CrtAtoi(row.GetStr(nColumn, "")));
+            else
+                FieldStoreValue(field, row.GetStr(nColumn, ""), pRecord, szFile, row.GetLine());
             continue;
         }
         FieldSetDefault(field, pRecord);
-        if (LoadFindingsWanted())
+        if (bFindings)
             DefaultFinding(field, szFile, row.GetLine(), "column");
     }
 }
