@@ -99,12 +99,19 @@ void CDataFileReader::ReadImage(char cSeparator)
     // A line per line feed and a field per separator, and one more of each:
     // reserved up front, so the lists never regrow. Without the memory for
     // it they grow as they go.
-    const std::size_t nFeeds = static_cast<std::size_t>(std::count(pText, pText + nSize, '\n'));
-    const std::size_t nSeparators =
-        cSeparator == '\n' ? 0 : static_cast<std::size_t>(std::count(pText, pText + nSize, cSeparator));
+    // Counted in one pass, in 32-bit lanes; a count that overflows them
+    // only reserves less.
+    uint32_t nFeeds = 0;
+    uint32_t nSeparators = 0;
+    for (std::size_t i = 0; i < nSize; ++i) {
+        nFeeds += pText[i] == '\n' ? 1u : 0u;
+        nSeparators += pText[i] == cSeparator ? 1u : 0u;
+    }
+    if (cSeparator == '\n')
+        nSeparators = 0;
     AllocationTry([&] {
-        m_setRow.reserve(nFeeds + 1);
-        m_setField.reserve(nSeparators + nFeeds + 1);
+        m_setRow.reserve(std::size_t{nFeeds} + 1);
+        m_setField.reserve(std::size_t{nSeparators} + nFeeds + 1);
     });
     int nLine = 1;  // where the piece at hand comes from
     for (std::size_t nAt = 0; nAt < nSize;) {

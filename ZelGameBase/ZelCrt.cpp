@@ -40,6 +40,9 @@ int CrtAtoi(const char* text)
     // Accumulate the magnitude, saturating at one past INT_MAX.
     const unsigned long long nLimit = static_cast<unsigned long long>(INT_MAX) + 1;
     unsigned long long nValue = 0;
+    // Nine digits stay below the limit: they need no check.
+    for (int nDigits = 0; nDigits < 9 && *text >= '0' && *text <= '9'; ++nDigits, ++text)
+        nValue = nValue * 10 + static_cast<unsigned>(*text - '0');
     for (; *text >= '0' && *text <= '9'; ++text) {
         nValue = nValue * 10 + static_cast<unsigned>(*text - '0');
         if (nValue > nLimit)
