@@ -21,37 +21,35 @@ const char* CDataRow::GetStr(int nIndex, const char* szDefault) const
 {
     if (nIndex < 0 || nIndex >= m_nFieldAmount)
         return szDefault;
-    return m_ppField[nIndex];
+    return m_pText + m_pOffset[nIndex];
 }
 
 int CDataRow::GetInt(int nIndex, int nDefault) const
 {
     if (nIndex < 0 || nIndex >= m_nFieldAmount)
         return nDefault;
-    return CrtAtoi(m_ppField[nIndex]);
+    return CrtAtoi(m_pText + m_pOffset[nIndex]);
 }
 
 void CDataRow::Split(const char* szLine, char cSeparator)
 {
     // The row's fields so far stay, copied into a text of its own with the new ones.
     auto pOwn = std::make_shared<OwnText>();
-    for (int i = 0; i < m_nFieldAmount; ++i)
-        pOwn->setLine.emplace_back(m_ppField[i]);
-    for (const std::string& strField : pOwn->setLine)
-        pOwn->setField.push_back(strField.c_str());
-    std::string& strLine = pOwn->setLine.emplace_back(szLine);
-    char* pStart = strLine.data();
-    for (char* p = pStart;; ++p) {
-        if (*p == cSeparator || *p == '\0') {
-            pOwn->setField.push_back(pStart);
-            if (*p == '\0')
-                break;
-            *p = '\0';
-            pStart = p + 1;
-        }
+    for (int i = 0; i < m_nFieldAmount; ++i) {
+        pOwn->setOffset.push_back(static_cast<uint32_t>(pOwn->strText.size()));
+        pOwn->strText.append(GetStr(i, ""));
+        pOwn->strText.push_back('\0');
     }
-    m_ppField = pOwn->setField.data();
-    m_nFieldAmount = static_cast<int>(pOwn->setField.size());
+    pOwn->setOffset.push_back(static_cast<uint32_t>(pOwn->strText.size()));
+    for (const char* p = szLine; *p != '\0'; ++p) {
+        const bool bSeparator = *p == cSeparator;
+        pOwn->strText.push_back(bSeparator ? '\0' : *p);
+        if (bSeparator)
+            pOwn->setOffset.push_back(static_cast<uint32_t>(pOwn->strText.size()));
+    }
+    m_pText = pOwn->strText.c_str();
+    m_pOffset = pOwn->setOffset.data();
+    m_nFieldAmount = static_cast<int>(pOwn->setOffset.size());
     m_pOwn = std::move(pOwn);
 }
 
@@ -197,18 +195,19 @@ bool CDataFileReader::AddPiece(char* pPiece, std::size_t nTaken, bool bInPlace, 
 void CDataFileReader::AddRecord(char* pText, std::size_t nLength, char cSeparator, int nLine)
 {
     CDataRow row;
+    row.m_pText = pText;
     row.m_nLine = nLine;
     row.m_nFirstField = m_setField.size();
-    char* const pEnd = pText + nLength;
-    // Fields are short: a plain walk beats a search call per field.
-    m_setField.push_back(pText);
-    for (char* p = pText; p != pEnd; ++p) {
-        if (*p == cSeparator) {
-            *p = '\0';
-            m_setField.push_back(p + 1);
+    // Fields are short: a plain walk beats a search call per field. A piece
+    // is at most a line buffer long, so every offset fits.
+    m_setField.push_back(0);
+    for (std::size_t i = 0; i < nLength; ++i) {
+        if (pText[i] == cSeparator) {
+            pText[i] = '\0';
+            m_setField.push_back(static_cast<uint32_t>(i + 1));
         }
     }
-    *pEnd = '\0';
+    pText[nLength] = '\0';
     row.m_nFieldAmount = static_cast<int>(m_setField.size() - row.m_nFirstField);
     m_setRow.push_back(std::move(row));
 }
@@ -216,7 +215,7 @@ void CDataFileReader::AddRecord(char* pText, std::size_t nLength, char cSeparato
 void CDataFileReader::RowsLink()
 {
     for (CDataRow& row : m_setRow)
-        row.m_ppField = m_setField.data() + row.m_nFirstField;
+        row.m_pOffset = m_setField.data() + row.m_nFirstField;
 }
 
 const CDataRow* CDataFileReader::GetRecord(int nIndex) const

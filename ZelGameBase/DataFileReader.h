@@ -10,7 +10,7 @@
 #pragma once
 
 #include <cstddef>
-#include <deque>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -47,18 +47,21 @@ public:
 private:
     friend class CDataFileReader;
 
-    // The texts of a row split on its own, outside a reader.
+    // The text of a row split on its own, outside a reader: its fields one
+    // after the other, each terminated.
     struct OwnText {
-        std::deque<std::string> setLine;
-        std::vector<const char*> setField;
+        std::string strText;
+        std::vector<uint32_t> setOffset;
     };
 
-    // The field texts: terminated in place in the reader's image (or in the
-    // row's own text), so a row costs no allocation of its own.
-    const char* const* m_ppField = nullptr;
+    // The fields stand terminated in place in the reader's image (or in the
+    // row's own text), each at an offset from the row's text, so that a row
+    // costs no allocation of its own and its field list four bytes a field.
+    const char* m_pText = nullptr;
+    const uint32_t* m_pOffset = nullptr;
     int m_nFieldAmount = 0;
     int m_nLine = 0;
-    std::size_t m_nFirstField = 0;  // in the reader's field list, until the rows are linked
+    std::size_t m_nFirstField = 0;  // in the reader's offset list, until the rows are linked
     std::shared_ptr<const OwnText> m_pOwn;
 };
 
@@ -116,7 +119,7 @@ private:
     int m_nRecordLimit = -1;
     bool m_bErrorReport = true;
     std::vector<CDataRow> m_setRow;
-    std::vector<const char*> m_setField;  // every row's fields, in file order
+    std::vector<uint32_t> m_setField;  // every row's field offsets, in file order
     // The lines read as a stream and the pieces cut off in the middle of a
     // line (with no byte after them to terminate them in place), copied into
     // blocks that never move.
