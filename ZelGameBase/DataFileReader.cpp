@@ -7,6 +7,7 @@
 #include <cstring>
 
 #include "ZelGameBase/AllocationTry.h"
+#include "ZelGameBase/ByteCount.h"
 #include "ZelGameBase/FileStream.h"
 #include "ZelGameBase/Platform/Platform.h"
 #include "ZelGameBase/ZelCrt.h"
@@ -97,16 +98,9 @@ void CDataFileReader::ReadImage(char cSeparator)
     // A line per line feed and a field per separator, and one more of each:
     // reserved up front, so the lists never regrow. Without the memory for
     // it they grow as they go.
-    // Counted in one pass, in 32-bit lanes; a count that overflows them
-    // only reserves less.
-    uint32_t nFeeds = 0;
-    uint32_t nSeparators = 0;
-    for (std::size_t i = 0; i < nSize; ++i) {
-        nFeeds += pText[i] == '\n' ? 1u : 0u;
-        nSeparators += pText[i] == cSeparator ? 1u : 0u;
-    }
-    if (cSeparator == '\n')
-        nSeparators = 0;
+    const ByteCounts counts = BytesCount(pText, nSize, '\n', cSeparator);
+    const uint32_t nFeeds = counts.nFirst;
+    const uint32_t nSeparators = cSeparator == '\n' ? 0 : counts.nSecond;
     AllocationTry([&] {
         m_setRow.reserve(std::size_t{nFeeds} + 1);
         m_setField.reserve(std::size_t{nSeparators} + nFeeds + 1);

@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "ZelGameBase/AllocationTry.h"
+#include "ZelGameBase/ByteCount.h"
 #include "ZelGameBase/FileStream.h"
 #include "ZelGameBase/IniValueScan.h"
 #include "ZelGameBase/Platform/Platform.h"
@@ -118,16 +119,9 @@ void CIniSectionReader::Index()
     const std::size_t nSize = m_strText.size();
     // Every entry holds an "=" and every section a "[": reserving that many
     // spares the regrowth and stays within a multiple of the file's size.
-    // Counted in one pass, in 32-bit lanes; a count that overflows them only
-    // reserves less.
-    uint32_t nOpen = 0;
-    uint32_t nEqual = 0;
-    for (std::size_t i = 0; i < nSize; ++i) {
-        nOpen += pText[i] == '[' ? 1u : 0u;
-        nEqual += pText[i] == '=' ? 1u : 0u;
-    }
-    m_setSection.reserve(nOpen);
-    m_setEntry.reserve(nEqual);
+    const ByteCounts counts = BytesCount(pText, nSize, '[', '=');
+    m_setSection.reserve(counts.nFirst);
+    m_setEntry.reserve(counts.nSecond);
     std::size_t nNext = 0;  // the next line's first byte
     // Sections and entries are counted in 32 bits; a file with more lines
     // than that is indexed up to there. Line numbers stop growing at the

@@ -4,8 +4,6 @@
 // blank nor a comment opens a section) and splits the others into lines.
 #include <benchmark/benchmark.h>
 
-#include <cstdio>
-#include <cstring>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -25,21 +23,6 @@ namespace {
 
 using Clock = CProcessorClock;
 
-std::string FileRead(const std::string& strPath)
-{
-    std::string strData;
-    std::FILE* pFile = std::fopen(strPath.c_str(), "rb");
-    if (pFile == nullptr)
-        return strData;
-    std::fseek(pFile, 0, SEEK_END);
-    const long nSize = std::ftell(pFile);
-    std::fseek(pFile, 0, SEEK_SET);
-    strData.resize(static_cast<std::size_t>(nSize > 0 ? nSize : 0));
-    strData.resize(std::fread(strData.data(), 1, strData.size(), pFile));
-    std::fclose(pFile);
-    return strData;
-}
-
 bool IsSectioned(const std::string& strData)
 {
     std::size_t nAt = strData.find_first_not_of(" \t\r\n");
@@ -50,31 +33,18 @@ bool IsSectioned(const std::string& strData)
     return nAt != std::string::npos && strData[nAt] == '[';
 }
 
-std::size_t LinesSplit(const std::string& strData)
-{
-    std::vector<std::string_view> setLine;
-    for (std::size_t nAt = 0; nAt < strData.size();) {
-        const void* pEnd = std::memchr(strData.data() + nAt, '\n', strData.size() - nAt);
-        const std::size_t nEnd = pEnd != nullptr
-                                     ? static_cast<std::size_t>(static_cast<const char*>(pEnd) - strData.data())
-                                     : strData.size();
-        setLine.emplace_back(strData.data() + nAt, nEnd - nAt);
-        nAt = nEnd + 1;
-    }
-    return setLine.size();
-}
-
 // Reads every start-up file, handing the sectioned ones to parse.
 template <class Parse>
 void BM_Peer(benchmark::State& state, Parse parse)
 {
     const std::vector<std::string>& setFile = StartupFiles();
+    std::vector<std::string_view> setLine;
     for (auto _ : state) {
         const Clock::time_point start = Clock::now();
         std::size_t nUnits = 0;
         for (const std::string& strPath : setFile) {
-            const std::string strData = FileRead(strPath);
-            nUnits += IsSectioned(strData) ? parse(strData) : LinesSplit(strData);
+            const std::string strData = BenchFileRead(strPath);
+            nUnits += IsSectioned(strData) ? parse(strData) : BenchLinesSplit(strData, setLine);
         }
         benchmark::DoNotOptimize(nUnits);
         state.SetIterationTime(Clock::SecondsSince(start));
