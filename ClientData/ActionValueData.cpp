@@ -98,51 +98,16 @@ void CActionValueData::Load()
             LoadFindingReport(szPath, pRow->GetLine(), FINDING_WARNING, "duplicate-id",
                               "key %" PRId64 " was given before: lookups answer the first line", nKey);
     }
-    IndexBuild();
+    m_index.Build(m_mapValue.size(), [this](auto add) {
+        for (const auto& entry : m_mapValue)
+            add(entry.first, entry.second);
+    });
 }
 
 void CActionValueData::Clear()
 {
     m_mapValue.clear();
-    m_setSlot.clear();
-    m_nHashShift = 64;
-}
-
-void CActionValueData::IndexBuild()
-{
-    m_setSlot.clear();
-    if (m_mapValue.empty())
-        return;
-    int nBits = 1;
-    while ((std::size_t{1} << nBits) < 2 * m_mapValue.size())
-        ++nBits;
-    m_nHashShift = 64 - nBits;
-    m_setSlot.assign(std::size_t{1} << nBits, Slot{0, 0, false});
-    const std::size_t nMask = m_setSlot.size() - 1;
-    for (const auto& entry : m_mapValue) {
-        std::size_t i = SlotOf(entry.first);
-        while (m_setSlot[i].bUsed)
-            i = (i + 1) & nMask;
-        m_setSlot[i] = Slot{entry.first, entry.second, true};
-    }
-}
-
-// The high bits of a product by a large odd constant: every key bit counts.
-std::size_t CActionValueData::SlotOf(int64_t nKey) const
-{
-    return static_cast<std::size_t>((static_cast<uint64_t>(nKey) * 0x9E3779B97F4A7C15ull) >> m_nHashShift);
-}
-
-const int* CActionValueData::Find(int64_t nKey) const
-{
-    const std::size_t nMask = m_setSlot.size() - 1;
-    for (std::size_t i = SlotOf(nKey);; i = (i + 1) & nMask) {
-        const Slot& slot = m_setSlot[i];
-        if (!slot.bUsed)
-            return nullptr;
-        if (slot.nKey == nKey)
-            return &slot.nValue;
-    }
+    m_index.Clear();
 }
 
 int CActionValueData::GetActionValue(int64_t nKey)
@@ -152,7 +117,7 @@ int CActionValueData::GetActionValue(int64_t nKey)
     int64_t nKeys[kActionValueKeyAmount];
     ActionValueKeys(nKey, nKeys);
     for (int64_t nTry : nKeys) {
-        const int* pValue = Find(nTry);
+        const int* pValue = m_index.Find(nTry);
         if (pValue != nullptr)
             return *pValue;
     }

@@ -5,9 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <vector>
 
 #include "ClientData/DataTable.h"
+#include "ClientData/FlatIndex.h"
 #include "ClientData/TableDesc.h"
 
 // Lines of blank-separated tokens: the key (a decimal 64-bit number; lines
@@ -35,23 +35,10 @@ public:
     const std::map<int64_t, int>& Values() const { return m_mapValue; }
 
 private:
-    struct Slot {
-        int64_t nKey;
-        int nValue;
-        bool bUsed;
-    };
-    // Fills m_setSlot from m_mapValue.
-    void IndexBuild();
-    // The slot where the probe for nKey begins.
-    std::size_t SlotOf(int64_t nKey) const;
-    // The value of nKey; null when no line gives it.
-    const int* Find(int64_t nKey) const;
-
     std::map<int64_t, int> m_mapValue;
-    // The same values in one open-addressing table, at most half full: the
-    // eight keys of a lookup cost a probe each, not a tree search each.
-    std::vector<Slot> m_setSlot;
-    int m_nHashShift = 64;
+    // The same values for the lookup: its eight keys cost a probe each, not
+    // a tree search each.
+    CFlatIndex<int64_t, int> m_index;
 };
 
 extern const TableDesc kActionValueDesc;

@@ -211,6 +211,10 @@ void CItemTypeTable::Load()
         info.idType = idType;
         RecordReadColumns(kItemRecord, *pRow, 0, &info, szPath);
     }
+    m_index.Build(m_mapItem.size(), [this](auto add) {
+        for (const auto& entry : m_mapItem)
+            add(entry.first, &entry.second);
+    });
     if (LoadFindingsWanted())
         AmountFindings(szPath, reader, nCounted);
 }
@@ -242,18 +246,22 @@ void CItemTypeTable::NameListAdd(const char* szName)
     m_setNameKey.Add(szName, nLength < kNameCompareSize ? nLength : kNameCompareSize - 1);
 }
 
-void CItemTypeTable::Clear() { m_mapItem.clear(); }
+void CItemTypeTable::Clear()
+{
+    m_mapItem.clear();
+    m_index.Clear();
+}
 
 const char* CItemTypeTable::GetItemName(uint32_t idType)
 {
-    const auto it = m_mapItem.find(idType);
-    return it == m_mapItem.end() ? nullptr : it->second.strName.Get();
+    const ItemTypeInfo* pInfo = CItemTypeTable::FindItemType(idType);
+    return pInfo == nullptr ? nullptr : pInfo->strName.Get();
 }
 
 const ItemTypeInfo* CItemTypeTable::FindItemType(uint32_t idType)
 {
-    const auto it = m_mapItem.find(idType);
-    return it == m_mapItem.end() ? nullptr : &it->second;
+    const ItemTypeInfo* const* ppInfo = m_index.Find(idType);
+    return ppInfo == nullptr ? nullptr : *ppInfo;
 }
 
 bool CItemTypeTable::GetItemType(uint32_t idType, ItemTypeInfo* pInfo)

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "ClientData/DataTable.h"
+#include "ClientData/FlatIndex.h"
 #include "ClientData/TableDesc.h"
 #include "ZelGameBase/EncryptData.h"
 
@@ -122,6 +123,9 @@ private:
     void AmountFindings(const char* szPath, const CDataFileReader& reader, uint32_t nCounted) const;
 
     std::map<uint32_t, ItemTypeInfo> m_mapItem;
+    // The same records by id for the lookups, rebuilt after each load: one
+    // probe instead of a tree walk that grows with the table.
+    CFlatIndex<uint32_t, const ItemTypeInfo*> m_index;
     // Every distinct name, with the rule of NameListAdd.
     std::vector<std::string> m_setName;
     // The entries of m_setName cut to their first 15 characters: answers
