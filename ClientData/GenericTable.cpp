@@ -84,6 +84,11 @@ void CGenericTableOf<Interface, K>::Index()
         if (m_setRecord[i].bNumbered)
             m_setById.emplace_back(m_setRecord[i].nId, static_cast<int>(i));
     std::sort(m_setById.begin(), m_setById.end());
+    m_firstById.Build(m_setById.size(), [this](auto add) {
+        for (std::size_t i = 0; i < m_setById.size(); ++i)
+            if (i == 0 || m_setById[i].first != m_setById[i - 1].first)
+                add(m_setById[i].first, m_setById[i].second);
+    });
 
     m_setByTitle.resize(m_setRecord.size());
     for (std::size_t i = 0; i < m_setByTitle.size(); ++i)
@@ -137,6 +142,7 @@ void CGenericTableOf<Interface, K>::Clear()
     m_columns.Close();
     m_setRecord.clear();
     m_setById.clear();
+    m_firstById.Clear();
     m_setByTitle.clear();
     m_setKeyIndex.clear();
 }
@@ -150,8 +156,8 @@ int CGenericTableOf<Interface, K>::GetRecordAmount()
 template <class Interface, IGenericTable::Kind K>
 int CGenericTableOf<Interface, K>::FindRecord(unsigned int nId)
 {
-    const auto it = std::lower_bound(m_setById.begin(), m_setById.end(), std::make_pair(nId, -1));
-    return (it != m_setById.end() && it->first == nId) ? it->second : -1;
+    const int* pIndex = m_firstById.Find(nId);
+    return pIndex != nullptr ? *pIndex : -1;
 }
 
 template <class Interface, IGenericTable::Kind K>

@@ -15,6 +15,7 @@
 #include <vector>
 
 #include "ClientData/DataTable.h"
+#include "ClientData/FlatIndex.h"
 #include "ClientData/TableDesc.h"
 #include "ZelGameBase/DataFileReader.h"
 #include "ZelGameBase/IniSectionReader.h"
@@ -122,6 +123,9 @@ private:
     // (id, record) of the numbered records and (title, record) of all,
     // sorted so that the first record of a key comes first.
     std::vector<std::pair<uint32_t, int>> m_setById;
+    // The first record of each id, for the lookup by id: one probe instead
+    // of a binary search that deepens with the table.
+    CFlatIndex<uint32_t, int> m_firstById;
     std::vector<int> m_setByTitle;
     // (section, key position) of every key line, sorted by section, then by
     // the key without regard to ASCII case, then by position.
