@@ -95,6 +95,9 @@ void CGenericTableOf<Interface, K>::Index()
         m_setByTitle[i] = static_cast<int>(i);
     std::stable_sort(m_setByTitle.begin(), m_setByTitle.end(),
                      [this](int a, int b) { return std::strcmp(GetRecordTitle(a), GetRecordTitle(b)) < 0; });
+    m_mapFirstByTitle.reserve(m_setRecord.size());
+    for (std::size_t i = 0; i < m_setRecord.size(); ++i)
+        m_mapFirstByTitle.emplace(GetRecordTitle(static_cast<int>(i)), static_cast<int>(i));  // the first stays
 
     if constexpr (K == IGenericTable::KIND_SECTIONS) {
         for (int nSection = 0; nSection < m_sections.GetSectionAmount(); ++nSection)
@@ -144,6 +147,7 @@ void CGenericTableOf<Interface, K>::Clear()
     m_setById.clear();
     m_firstById.Clear();
     m_setByTitle.clear();
+    m_mapFirstByTitle.clear();
     m_setKeyIndex.clear();
 }
 
@@ -165,9 +169,8 @@ int CGenericTableOf<Interface, K>::FindRecordByName(const char* szName)
 {
     if (szName == nullptr)
         return -1;
-    const auto it = std::lower_bound(m_setByTitle.begin(), m_setByTitle.end(), szName,
-                                     [this](int n, const char* sz) { return std::strcmp(GetRecordTitle(n), sz) < 0; });
-    return (it != m_setByTitle.end() && std::strcmp(GetRecordTitle(*it), szName) == 0) ? *it : -1;
+    const auto it = m_mapFirstByTitle.find(szName);
+    return it != m_mapFirstByTitle.end() ? it->second : -1;
 }
 
 template <class Interface, IGenericTable::Kind K>

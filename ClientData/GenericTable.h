@@ -11,6 +11,8 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
@@ -127,6 +129,10 @@ private:
     // of a binary search that deepens with the table.
     CFlatIndex<uint32_t, int> m_firstById;
     std::vector<int> m_setByTitle;
+    // The first record of each title, for the lookup by name: a hash probe
+    // instead of a binary search of string compares. The titles are views
+    // into the reader's text.
+    std::unordered_map<std::string_view, int> m_mapFirstByTitle;
     // (section, key position) of every key line, sorted by section, then by
     // the key without regard to ASCII case, then by position.
     std::vector<std::pair<int, int>> m_setKeyIndex;
