@@ -2,9 +2,9 @@
 # Installs the Debian packages the build needs, only those that are missing.
 set -euo pipefail
 packages=(cmake ninja-build g++ libgtest-dev zlib1g-dev libcurl4-openssl-dev libbenchmark-dev python3 "$@")
+missing=()
 # Only the benchmark suite uses these: the peers it compares the loaders with.
 packages+=(libinih-dev libsimpleini-dev)
-missing=()
 for package in "${packages[@]}"; do
   dpkg -s "$package" >/dev/null 2>&1 || missing+=("$package")
 done
