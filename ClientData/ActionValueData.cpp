@@ -2,7 +2,6 @@
 
 #include <cinttypes>
 
-#include "ClientData/ActionType.h"
 #include "ClientData/Catalogue.h"
 #include "ClientData/RecordRead.h"
 #include "ZelGameBase/DataFileReader.h"
@@ -35,21 +34,48 @@ int BuiltInValue(int64_t nKey)
 
 }  // namespace
 
+namespace {
+
+constexpr uint64_t PowerOfTen(int nExponent)
+{
+    uint64_t n = 1;
+    for (int i = 0; i < nExponent; ++i)
+        n *= 10;
+    return n;
+}
+
+// ActionKeyReplaceDigits with the digit positions fixed, so that its
+// divisions are by constants. The parts below and above the group keep the
+// key's sign, as truncating division leaves them; the sum wraps as the
+// client's does.
+template <int nFrom, int nTo>
+int64_t DigitsReplaced(int64_t nKey, uint64_t nValue)
+{
+    constexpr uint64_t nLowScale = PowerOfTen(nFrom);
+    constexpr uint64_t nHighScale = PowerOfTen(nTo + 1);
+    const bool bNegative = nKey < 0;
+    const uint64_t nMagnitude = bNegative ? 0 - static_cast<uint64_t>(nKey) : static_cast<uint64_t>(nKey);
+    const uint64_t nOuter = nMagnitude / nHighScale * nHighScale + nMagnitude % nLowScale;
+    return static_cast<int64_t>((bNegative ? 0 - nOuter : nOuter) + nValue * nLowScale);
+}
+
+}  // namespace
+
 void ActionValueKeys(int64_t nKey, int64_t (&nKeys)[kActionValueKeyAmount])
 {
     nKeys[0] = nKey;
-    nKeys[1] = ActionKeyReplaceDigits(nKey, 0, 2, 999);
-    nKeys[2] = ActionKeyReplaceDigits(nKey, 3, 5, 999);
-    nKeys[3] = ActionKeyReplaceDigits(nKey, 6, 8, 999);
-    nKeys[4] = ActionKeyReplaceDigits(nKey, 9, 10, 99);
-    nKeys[5] = ActionKeyReplaceDigits(nKey, 6, 10, 99999);
-    nKeys[6] = ActionKeyReplaceDigits(nKey, 3, 8, 999999);
-    nKeys[7] = ActionKeyReplaceDigits(ActionKeyReplaceDigits(nKey, 9, 10, 999999), 3, 5, 999999);
+    nKeys[1] = DigitsReplaced<0, 2>(nKey, 999);
+    nKeys[2] = DigitsReplaced<3, 5>(nKey, 999);
+    nKeys[3] = DigitsReplaced<6, 8>(nKey, 999);
+    nKeys[4] = DigitsReplaced<9, 10>(nKey, 99);
+    nKeys[5] = DigitsReplaced<6, 10>(nKey, 99999);
+    nKeys[6] = DigitsReplaced<3, 8>(nKey, 999999);
+    nKeys[7] = DigitsReplaced<3, 5>(DigitsReplaced<9, 10>(nKey, 999999), 999999);
 }
 
 void CActionValueData::Load()
 {
-    m_mapValue.clear();
+    Clear();
     const char* szPath = CatalogueFileOf<CActionValueData>();
     CDataFileReader reader;
     if (!reader.Open(szPath, 1, ' '))
@@ -72,6 +98,16 @@ void CActionValueData::Load()
             LoadFindingReport(szPath, pRow->GetLine(), FINDING_WARNING, "duplicate-id",
                               "key %" PRId64 " was given before: lookups answer the first line", nKey);
     }
+    m_index.Build(m_mapValue.size(), [this](auto add) {
+        for (const auto& entry : m_mapValue)
+            add(entry.first, entry.second);
+    });
+}
+
+void CActionValueData::Clear()
+{
+    m_mapValue.clear();
+    m_index.Clear();
 }
 
 int CActionValueData::GetActionValue(int64_t nKey)
@@ -81,9 +117,9 @@ int CActionValueData::GetActionValue(int64_t nKey)
     int64_t nKeys[kActionValueKeyAmount];
     ActionValueKeys(nKey, nKeys);
     for (int64_t nTry : nKeys) {
-        const auto it = m_mapValue.find(nTry);
-        if (it != m_mapValue.end())
-            return it->second;
+        const int* pValue = m_index.Find(nTry);
+        if (pValue != nullptr)
+            return *pValue;
     }
     return kDefaultValue;
 }

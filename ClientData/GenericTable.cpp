@@ -84,12 +84,20 @@ void CGenericTableOf<Interface, K>::Index()
         if (m_setRecord[i].bNumbered)
             m_setById.emplace_back(m_setRecord[i].nId, static_cast<int>(i));
     std::sort(m_setById.begin(), m_setById.end());
+    m_firstById.Build(m_setById.size(), [this](auto add) {
+        for (std::size_t i = 0; i < m_setById.size(); ++i)
+            if (i == 0 || m_setById[i].first != m_setById[i - 1].first)
+                add(m_setById[i].first, m_setById[i].second);
+    });
 
     m_setByTitle.resize(m_setRecord.size());
     for (std::size_t i = 0; i < m_setByTitle.size(); ++i)
         m_setByTitle[i] = static_cast<int>(i);
     std::stable_sort(m_setByTitle.begin(), m_setByTitle.end(),
                      [this](int a, int b) { return std::strcmp(GetRecordTitle(a), GetRecordTitle(b)) < 0; });
+    m_mapFirstByTitle.reserve(m_setRecord.size());
+    for (std::size_t i = 0; i < m_setRecord.size(); ++i)
+        m_mapFirstByTitle.emplace(GetRecordTitle(static_cast<int>(i)), static_cast<int>(i));  // the first stays
 
     if constexpr (K == IGenericTable::KIND_SECTIONS) {
         for (int nSection = 0; nSection < m_sections.GetSectionAmount(); ++nSection)
@@ -137,7 +145,9 @@ void CGenericTableOf<Interface, K>::Clear()
     m_columns.Close();
     m_setRecord.clear();
     m_setById.clear();
+    m_firstById.Clear();
     m_setByTitle.clear();
+    m_mapFirstByTitle.clear();
     m_setKeyIndex.clear();
 }
 
@@ -150,8 +160,8 @@ int CGenericTableOf<Interface, K>::GetRecordAmount()
 template <class Interface, IGenericTable::Kind K>
 int CGenericTableOf<Interface, K>::FindRecord(unsigned int nId)
 {
-    const auto it = std::lower_bound(m_setById.begin(), m_setById.end(), std::make_pair(nId, -1));
-    return (it != m_setById.end() && it->first == nId) ? it->second : -1;
+    const int* pIndex = m_firstById.Find(nId);
+    return pIndex != nullptr ? *pIndex : -1;
 }
 
 template <class Interface, IGenericTable::Kind K>
@@ -159,9 +169,8 @@ int CGenericTableOf<Interface, K>::FindRecordByName(const char* szName)
 {
     if (szName == nullptr)
         return -1;
-    const auto it = std::lower_bound(m_setByTitle.begin(), m_setByTitle.end(), szName,
-                                     [this](int n, const char* sz) { return std::strcmp(GetRecordTitle(n), sz) < 0; });
-    return (it != m_setByTitle.end() && std::strcmp(GetRecordTitle(*it), szName) == 0) ? *it : -1;
+    const auto it = m_mapFirstByTitle.find(szName);
+    return it != m_mapFirstByTitle.end() ? it->second : -1;
 }
 
 template <class Interface, IGenericTable::Kind K>

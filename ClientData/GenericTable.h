@@ -11,10 +11,13 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string_view>
+#include <unordered_map>
 #include <utility>
 #include <vector>
 
 #include "ClientData/DataTable.h"
+#include "ClientData/FlatIndex.h"
 #include "ClientData/TableDesc.h"
 #include "ZelGameBase/DataFileReader.h"
 #include "ZelGameBase/IniSectionReader.h"
@@ -122,7 +125,14 @@ private:
     // (id, record) of the numbered records and (title, record) of all,
     // sorted so that the first record of a key comes first.
     std::vector<std::pair<uint32_t, int>> m_setById;
+    // The first record of each id, for the lookup by id: one probe instead
+    // of a binary search that deepens with the table.
+    CFlatIndex<uint32_t, int> m_firstById;
     std::vector<int> m_setByTitle;
+    // The first record of each title, for the lookup by name: a hash probe
+    // instead of a binary search of string compares. The titles are views
+    // into the reader's text.
+    std::unordered_map<std::string_view, int> m_mapFirstByTitle;
     // (section, key position) of every key line, sorted by section, then by
     // the key without regard to ASCII case, then by position.
     std::vector<std::pair<int, int>> m_setKeyIndex;

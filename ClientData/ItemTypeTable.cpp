@@ -1,8 +1,8 @@
 #include "ClientData/ItemTypeTable.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstring>
-#include <string_view>
 #include <type_traits>
 
 #include "ClientData/Catalogue.h"
@@ -109,6 +109,62 @@ std::size_t BoundedLength(const char* szText, std::size_t nLimit)
 
 }  // namespace
 
+CShortTextSet::Slot CShortTextSet::SlotOf(const char* pText, std::size_t nLength)
+{
+    unsigned char bytes[sizeof(Slot)] = {};
+    std::memcpy(bytes, pText, nLength);
+    bytes[sizeof(Slot) - 1] = static_cast<unsigned char>(nLength + 1);
+    Slot slot;
+    std::memcpy(&slot, bytes, sizeof(slot));
+    return slot;
+}
+
+std::size_t CShortTextSet::Probe(const Slot& key) const
+{
+    const std::size_t nMask = m_setSlot.size() - 1;
+    // The high half of a product depends on every bit of its factor: it is
+    // folded into the low bits that pick the slot.
+    uint64_t nHash = (key.nLow * 0x9E3779B97F4A7C15ull ^ key.nHigh) * 0xC2B2AE3D27D4EB4Full;
+    nHash ^= nHash >> 32;
+    for (std::size_t i = static_cast<std::size_t>(nHash) & nMask;; i = (i + 1) & nMask) {
+        const Slot& slot = m_setSlot[i];
+        if (slot == key || (slot.nLow == 0 && slot.nHigh == 0))
+            return i;
+    }
+}
+
+bool CShortTextSet::Has(const char* pText, std::size_t nLength) const
+{
+    if (m_nAmount == 0 || nLength > kMaxLength)
+        return false;
+    const Slot key = SlotOf(pText, nLength);
+    return m_setSlot[Probe(key)] == key;
+}
+
+void CShortTextSet::Add(const char* pText, std::size_t nLength)
+{
+    if (nLength > kMaxLength)
+        return;
+    // At most half full, so that a miss ends soon.
+    if (2 * (m_nAmount + 1) > m_setSlot.size())
+        Grow();
+    const Slot key = SlotOf(pText, nLength);
+    Slot& slot = m_setSlot[Probe(key)];
+    if (slot == key)
+        return;
+    slot = key;
+    ++m_nAmount;
+}
+
+void CShortTextSet::Grow()
+{
+    std::vector<Slot> setOld(std::max<std::size_t>(64, 2 * m_setSlot.size()), Slot{0, 0});
+    setOld.swap(m_setSlot);
+    for (const Slot& slot : setOld)
+        if (slot.nLow != 0 || slot.nHigh != 0)
+            m_setSlot[Probe(slot)] = slot;
+}
+
 CItemTypeTable::CItemTypeTable() { m_strFileName = CatalogueFileOf<CItemTypeTable>(); }
 
 void CItemTypeTable::Load()
@@ -155,6 +211,10 @@ void CItemTypeTable::Load()
         info.idType = idType;
         RecordReadColumns(kItemRecord, *pRow, 0, &info, szPath);
     }
+    m_index.Build(m_mapItem.size(), [this](auto add) {
+        for (const auto& entry : m_mapItem)
+            add(entry.first, &entry.second);
+    });
     if (LoadFindingsWanted())
         AmountFindings(szPath, reader, nCounted);
 }
@@ -180,24 +240,28 @@ void CItemTypeTable::AmountFindings(const char* szPath, const CDataFileReader& r
 void CItemTypeTable::NameListAdd(const char* szName)
 {
     const std::size_t nLength = BoundedLength(szName, kNameCompareSize);
-    if (nLength < kNameCompareSize && m_setNameKey.find(std::string_view(szName, nLength)) != m_setNameKey.end())
+    if (nLength < kNameCompareSize && m_setNameKey.Has(szName, nLength))
         return;
     m_setName.emplace_back(szName);
-    m_setNameKey.emplace(szName, nLength < kNameCompareSize ? nLength : kNameCompareSize - 1);
+    m_setNameKey.Add(szName, nLength < kNameCompareSize ? nLength : kNameCompareSize - 1);
 }
 
-void CItemTypeTable::Clear() { m_mapItem.clear(); }
+void CItemTypeTable::Clear()
+{
+    m_mapItem.clear();
+    m_index.Clear();
+}
 
 const char* CItemTypeTable::GetItemName(uint32_t idType)
 {
-    const auto it = m_mapItem.find(idType);
-    return it == m_mapItem.end() ? nullptr : it->second.strName.Get();
+    const ItemTypeInfo* pInfo = CItemTypeTable::FindItemType(idType);
+    return pInfo == nullptr ? nullptr : pInfo->strName.Get();
 }
 
 const ItemTypeInfo* CItemTypeTable::FindItemType(uint32_t idType)
 {
-    const auto it = m_mapItem.find(idType);
-    return it == m_mapItem.end() ? nullptr : &it->second;
+    const ItemTypeInfo* const* ppInfo = m_index.Find(idType);
+    return ppInfo == nullptr ? nullptr : *ppInfo;
 }
 
 bool CItemTypeTable::GetItemType(uint32_t idType, ItemTypeInfo* pInfo)
@@ -216,7 +280,7 @@ bool CItemTypeTable::HasItemName(const char* szName)
     const std::size_t nLength = BoundedLength(szName, kNameCompareSize);
     if (nLength >= kNameCompareSize)
         return false;
-    return m_setNameKey.find(std::string_view(szName, nLength)) != m_setNameKey.end();
+    return m_setNameKey.Has(szName, nLength);
 }
 
 uint32_t CItemTypeTable::GetIndexedValue(uint32_t idType, int nIndex)

@@ -6,12 +6,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <map>
-#include <set>
 #include <string>
 #include <type_traits>
 #include <vector>
 
 #include "ClientData/DataTable.h"
+#include "ClientData/FlatIndex.h"
 #include "ClientData/TableDesc.h"
 #include "ZelGameBase/EncryptData.h"
 
@@ -48,6 +48,33 @@ struct ItemTypeInfo {
 };
 static_assert(std::is_trivially_copyable<ItemTypeInfo>::value && std::is_standard_layout<ItemTypeInfo>::value,
               "the client copies item records byte for byte");
+
+// Texts of at most 15 bytes in one open-addressing table of 16-byte slots:
+// a lookup compares two words, mostly in one cache line, and never allocates.
+class CShortTextSet {
+public:
+    static constexpr std::size_t kMaxLength = 15;
+
+    // Whether the set holds the nLength (at most kMaxLength) bytes at pText.
+    bool Has(const char* pText, std::size_t nLength) const;
+    void Add(const char* pText, std::size_t nLength);
+
+private:
+    // The text zero-padded, its length plus one in the last byte: never
+    // all zero, as an empty slot is.
+    struct Slot {
+        uint64_t nLow;
+        uint64_t nHigh;
+        bool operator==(const Slot& other) const { return nLow == other.nLow && nHigh == other.nHigh; }
+    };
+    static Slot SlotOf(const char* pText, std::size_t nLength);
+    // The slot holding key, or the empty one where it belongs.
+    std::size_t Probe(const Slot& key) const;
+    void Grow();
+
+    std::vector<Slot> m_setSlot;
+    std::size_t m_nAmount = 0;
+};
 
 class CItemTypeTable : public CDataTable {
 public:
@@ -96,11 +123,14 @@ private:
     void AmountFindings(const char* szPath, const CDataFileReader& reader, uint32_t nCounted) const;
 
     std::map<uint32_t, ItemTypeInfo> m_mapItem;
+    // The same records by id for the lookups, rebuilt after each load: one
+    // probe instead of a tree walk that grows with the table.
+    CFlatIndex<uint32_t, const ItemTypeInfo*> m_index;
     // Every distinct name, with the rule of NameListAdd.
     std::vector<std::string> m_setName;
     // The entries of m_setName cut to their first 15 characters: answers
     // "does some entry compare equal" without walking the list.
-    std::set<std::string, std::less<>> m_setNameKey;
+    CShortTextSet m_setNameKey;
     uint32_t m_nAmount = 0;
 };
 

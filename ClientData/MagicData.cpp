@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstdio>
 #include <cstring>
-#include <new>
 #include <string>
 #include <string_view>
 #include <type_traits>
@@ -191,7 +190,7 @@ void CMagicData::LoadMain(const char* szPath)
         return;
     }
     char szLine[kLineSize];
-    MagicTypeInfo info;
+    MagicTypeInfo spare;  // scanned into when the arena has no room
     std::vector<int> setLine;  // each record's line, for findings
     int nLine = 0;
     bool bLineEnded = true;
@@ -199,9 +198,13 @@ void CMagicData::LoadMain(const char* szPath)
     while (file.ReadLine(szLine, sizeof(szLine))) {
         nLine += bLineEnded ? 1 : 0;
         bLineEnded = std::strchr(szLine, '\n') != nullptr;
+        MagicTypeInfo* pInfo = m_arena.Add();
+        MagicTypeInfo& info = pInfo != nullptr ? *pInfo : spare;
         ResetRecord(info);
         // A blank line ends the table: the rest of the file is ignored.
         if (RecordScanLine(kMainRecord, szLine, &info, szPath, nLine) < 0) {
+            if (pInfo != nullptr)
+                m_arena.DropLast();
             if (LoadFindingsWanted() && !file.AtEnd())
                 LoadFindingReport(szPath, nLine, FINDING_ERROR, "blank-line",
                                   "a blank line ends the table: the lines after it are not read");
@@ -209,12 +212,11 @@ void CMagicData::LoadMain(const char* szPath)
         }
         if (info.Column51 == 0)
             info.Column51 = 300;
-        std::unique_ptr<MagicTypeInfo> pInfo(new (std::nothrow) MagicTypeInfo(info));
-        if (!pInfo) {
+        if (pInfo == nullptr) {
             LogAssert("pInfo", 118, kSourceUnit);
             continue;
         }
-        m_setRecord.push_back(std::move(pInfo));
+        m_setRecord.push_back(pInfo);
         setLine.push_back(nLine);
     }
 
@@ -259,7 +261,7 @@ void CMagicData::LoadExtra(const char* szPath)
             LoadFindingReport(szPath, nLine, FINDING_WARNING, "duplicate-id",
                               "type %d, level %d were filled at line %d: this section replaces every value",
                               nNumber / 100, nNumber % 100, mapFilledAt[it->second]);
-        RecordReadSection(kExtraRecord, reader, nSection, m_setRecord[it->second].get(), szPath);
+        RecordReadSection(kExtraRecord, reader, nSection, m_setRecord[it->second], szPath);
     }
 }
 
@@ -320,6 +322,7 @@ void CMagicData::BuildIndexes()
 void CMagicData::Clear()
 {
     m_setRecord.clear();
+    m_arena.Clear();
     m_setSenderAction.clear();
     m_setTargetAction.clear();
     m_setLevelList.clear();
@@ -344,7 +347,7 @@ const MagicTypeInfo* CMagicData::GetMagicTypeByIndex(int nIndex)
 {
     if (nIndex < 0 || nIndex >= GetAmount())
         return nullptr;
-    return m_setRecord[static_cast<std::size_t>(nIndex)].get();
+    return m_setRecord[static_cast<std::size_t>(nIndex)];
 }
 
 int CMagicData::CopyMagicType(uint32_t nType, int nLevel, MagicTypeInfo* pInfo)
@@ -359,7 +362,7 @@ int CMagicData::CopyMagicType(uint32_t nType, int nLevel, MagicTypeInfo* pInfo)
 const MagicTypeInfo* CMagicData::GetMagicType(uint32_t nType, uint32_t nLevel)
 {
     const auto it = m_mapFirstByKey.find(KeyOf(nType, nLevel));
-    return it == m_mapFirstByKey.end() ? nullptr : m_setRecord[it->second].get();
+    return it == m_mapFirstByKey.end() ? nullptr : m_setRecord[it->second];
 }
 
 int CMagicData::IsIntoneAction(int nAction, bool bMounted, bool bFlying)
@@ -378,7 +381,7 @@ const MagicTypeInfo* CMagicData::FindFirstLearnable(uint32_t nProfession)
     const auto it = m_mapFirstLevel0.find(nProfession);
     if (it != m_mapFirstLevel0.end())
         nFirst = std::min(nFirst, it->second);
-    return nFirst == kNoRecord ? nullptr : m_setRecord[nFirst].get();
+    return nFirst == kNoRecord ? nullptr : m_setRecord[nFirst];
 }
 
 CMagicData::LearnRuns CMagicData::LearnRunsOf(uint32_t nProfession) const
@@ -425,7 +428,7 @@ void CMagicData::CollectLearnable(uint32_t nProfession, uint32_t nLevel, CClient
     if (!pList->ReserveMore(nKept))
         return;
     for (std::size_t i = 0; i < nKept; ++i)
-        pList->PushBack(m_setRecord[m_setScratch[i]].get());
+        pList->PushBack(m_setRecord[m_setScratch[i]]);
 }
 
 int CMagicData::IsSenderAction(int nAction) { return m_setSenderAction.count(nAction) != 0 ? 1 : 0; }
@@ -437,7 +440,7 @@ void CMagicData::BuildLevelList(uint32_t nLevel, uint32_t nProfession)
     m_setLevelList.clear();
     CollectLearnIndexes(nProfession, nLevel, uint64_t{nLevel} + 1);
     for (uint32_t nIndex : m_setScratch)
-        m_setLevelList.push_back(m_setRecord[nIndex].get());
+        m_setLevelList.push_back(m_setRecord[nIndex]);
 }
 
 void CMagicData::BuildLevelRangeList(uint32_t nHigh, uint32_t nLow, uint32_t nProfession)
@@ -445,7 +448,7 @@ void CMagicData::BuildLevelRangeList(uint32_t nHigh, uint32_t nLow, uint32_t nPr
     m_setRangeList.clear();
     CollectLearnIndexes(nProfession, uint64_t{nLow} + 1, uint64_t{nHigh} + 1);
     for (uint32_t nIndex : m_setScratch)
-        m_setRangeList.push_back(m_setRecord[nIndex].get());
+        m_setRangeList.push_back(m_setRecord[nIndex]);
 }
 
 int CMagicData::GetLevelListAmount() { return static_cast<int>(m_setLevelList.size()); }

@@ -6,12 +6,12 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <set>
 #include <unordered_map>
 #include <vector>
 
 #include "ClientData/DataTable.h"
+#include "ClientData/RecordArena.h"
 #include "ClientData/TableDesc.h"
 
 // Where the client's records hold a growable array: its first, last and end
@@ -197,7 +197,8 @@ private:
     // nFirst <= NeedLevel < nEnd, in file order, into m_setScratch.
     void CollectLearnIndexes(uint32_t nProfession, uint64_t nFirst, uint64_t nEnd);
 
-    std::vector<std::unique_ptr<MagicTypeInfo>> m_setRecord;  // file order, owned
+    CRecordArena<MagicTypeInfo> m_arena;  // owns the records
+    std::vector<MagicTypeInfo*> m_setRecord;  // file order
     std::set<int32_t> m_setSenderAction;
     std::set<int32_t> m_setTargetAction;
     std::vector<const MagicTypeInfo*> m_setLevelList;

@@ -7,6 +7,8 @@
 #include <new>
 #include <map>
 #include <string>
+#include <string_view>
+#include <vector>
 
 #include "ClientData/Catalogue.h"
 #include "ClientData/RecordRead.h"
@@ -81,33 +83,126 @@ void AmountFindings(const CIniSectionReader& reader, int nSection, const Occasio
                           static_cast<unsigned>(nWithin), static_cast<unsigned>(mapAll.size() - nWithin));
 }
 
+// Where the keys of one section stand, found in one walk over them: for each
+// occasion (in read order) the first key of its count and of its
+// probability, and every numbered line and line probability in file order.
+// A lookup by key answers the first key that equals it; so do these.
+class CSectionKeys {
+public:
+    struct Numbered {
+        int nNumber;
+        int nKey;
+    };
+    struct Occasion {
+        int nAmountKey;
+        int nProbabilityKey;
+        std::vector<Numbered> setLine;
+        std::vector<Numbered> setLineProbability;
+    };
+
+    void Collect(const CIniSectionReader& reader, int nSection)
+    {
+        for (Occasion& occasion : m_setOccasion) {
+            occasion.nAmountKey = -1;
+            occasion.nProbabilityKey = -1;
+            occasion.setLine.clear();
+            occasion.setLineProbability.clear();
+        }
+        const int nKeyAmount = reader.GetKeyAmount(nSection);
+        for (int nKey = 0; nKey < nKeyAmount; ++nKey) {
+            const std::string_view key = reader.GetKeyAt(nSection, nKey);
+            for (int nRead = 0; nRead < MONSTER_SPEAK_OCCASION_AMOUNT; ++nRead) {
+                const OccasionKeys keys = KeysOf(nRead);
+                // Every key of an occasion begins with its word ("Attack").
+                const std::size_t nWord = keys.amount.nKeyLength - std::strlen("Amount");
+                if (key.size() < nWord || CrtCompareNoCase(key.data(), nWord, keys.amount.szKey, nWord) != 0)
+                    continue;
+                KeyNote(m_setOccasion[nRead], keys, key, nKey);
+                break;
+            }
+        }
+    }
+    const Occasion& Of(int nRead) const { return m_setOccasion[nRead]; }
+
+private:
+    static bool Equals(const FieldDesc& field, std::string_view key)
+    {
+        return field.nKeyLength == key.size() &&
+               CrtCompareNoCase(field.szKey, key.size(), key.data(), key.size()) == 0;
+    }
+    static void KeyNote(Occasion& occasion, const OccasionKeys& keys, std::string_view key, int nKey)
+    {
+        if (Equals(keys.amount, key) && occasion.nAmountKey < 0)
+            occasion.nAmountKey = nKey;
+        if (Equals(keys.probability, key) && occasion.nProbabilityKey < 0)
+            occasion.nProbabilityKey = nKey;
+        const int64_t nLine = keys.line.NumberOf(key.data(), key.size());
+        if (nLine >= 0)
+            occasion.setLine.push_back({static_cast<int>(nLine), nKey});
+        const int64_t nLineProbability = keys.lineProbability.NumberOf(key.data(), key.size());
+        if (nLineProbability >= 0)
+            occasion.setLineProbability.push_back({static_cast<int>(nLineProbability), nKey});
+    }
+
+    Occasion m_setOccasion[MONSTER_SPEAK_OCCASION_AMOUNT];
+};
+
+int ValueAt(const CIniSectionReader& reader, int nSection, int nKey)
+{
+    return nKey < 0 ? 0 : CrtAtoi(reader.GetValueAt(nSection, nKey).data());
+}
+
+// The value of the first key of number nNumber; 0 when there is none.
+int NumberedValue(const CIniSectionReader& reader, int nSection, const std::vector<CSectionKeys::Numbered>& setKey,
+                  int nNumber)
+{
+    for (const CSectionKeys::Numbered& numbered : setKey)
+        if (numbered.nNumber == nNumber)
+            return ValueAt(reader, nSection, numbered.nKey);
+    return 0;
+}
+
 // Reads the lines of one occasion; returns its default share.
-uint32_t OccasionLinesRead(const CIniSectionReader& reader, int nSection, const OccasionKeys& keys,
+uint32_t OccasionLinesRead(const CIniSectionReader& reader, int nSection, int nRead, const CSectionKeys& sectionKeys,
                            CClientArray<MonsterSpeakEntry>& setEntry, const char* szPath)
 {
-    const int nAmount = reader.GetInt(nSection, keys.amount.szKey, 0);
+    const OccasionKeys keys = KeysOf(nRead);
+    const CSectionKeys::Occasion& occasion = sectionKeys.Of(nRead);
+    const int nAmount = ValueAt(reader, nSection, occasion.nAmountKey);
     if (LoadFindingsWanted())
         AmountFindings(reader, nSection, keys, nAmount, szPath);
     if (nAmount <= 0)
         return 0;
 
+    // The lines 0 to nAmount - 1 that are given, ascending, each at its first key.
+    std::vector<CSectionKeys::Numbered> setLine;
+    for (const CSectionKeys::Numbered& numbered : occasion.setLine)
+        if (numbered.nNumber < nAmount)
+            setLine.push_back(numbered);
+    std::stable_sort(setLine.begin(), setLine.end(),
+                     [](const auto& a, const auto& b) { return a.nNumber < b.nNumber; });
+    setLine.erase(std::unique(setLine.begin(), setLine.end(),
+                              [](const auto& a, const auto& b) { return a.nNumber == b.nNumber; }),
+                  setLine.end());
+
     uint32_t nSum = 0;  // wraps as the 32-bit sum does
     uint32_t nCount = 0;
-    for (const auto [i, nKey] : RecordKeyNumbers(keys.line, reader, nSection, 0, nAmount - 1)) {
-        char szKey[64];
-        SafeSprintf(szKey, sizeof(szKey), keys.line.szKey, i);
-        const std::string_view line = reader.GetValueAt(nSection, nKey);
+    for (const CSectionKeys::Numbered& numbered : setLine) {
+        const int i = numbered.nNumber;
+        const std::string_view line = reader.GetValueAt(nSection, numbered.nKey);
         // The text as a 1024-byte buffer keeps it: up to its first zero byte.
         const char* pEnd = line.data() + std::min(line.size(), static_cast<std::size_t>(kSpeakTextSize - 1));
         const std::size_t nLength = static_cast<std::size_t>(std::find(line.data(), pEnd, '\0') - line.data());
         if (nLength == 0)
             continue;
-        if (LoadFindingsWanted() && line.size() >= kSpeakTextSize)
-            LoadFindingReport(szPath, reader.GetKeyLine(nSection, nKey), FINDING_WARNING, "text-cut",
+        if (LoadFindingsWanted() && line.size() >= kSpeakTextSize) {
+            char szKey[64];
+            SafeSprintf(szKey, sizeof(szKey), keys.line.szKey, i);
+            LoadFindingReport(szPath, reader.GetKeyLine(nSection, numbered.nKey), FINDING_WARNING, "text-cut",
                               "%s of %u bytes is cut to %d", szKey, static_cast<unsigned>(line.size()),
                               kSpeakTextSize - 1);
-        SafeSprintf(szKey, sizeof(szKey), keys.lineProbability.szKey, i);
-        const int nProbability = reader.GetInt(nSection, szKey, 0);
+        }
+        const int nProbability = NumberedValue(reader, nSection, occasion.setLineProbability, i);
         MonsterSpeakEntry entry{nProbability, CClientString()};
         if (!entry.strText.Assign(line.data(), nLength) || !setEntry.PushBack(std::move(entry)))
             break;  // out of memory: the lines read so far stay
@@ -124,20 +219,22 @@ uint32_t OccasionLinesRead(const CIniSectionReader& reader, int nSection, const 
     return 1;
 }
 
-std::unique_ptr<MonsterSpeakInfo> SpeakInfoRead(const CIniSectionReader& reader, int nSection, const char* szPath)
+std::unique_ptr<MonsterSpeakInfo> SpeakInfoRead(const CIniSectionReader& reader, int nSection,
+                                                CSectionKeys& sectionKeys, const char* szPath)
 {
     std::unique_ptr<MonsterSpeakInfo> pInfo(new (std::nothrow) MonsterSpeakInfo());
     if (pInfo == nullptr)
         return pInfo;
+    sectionKeys.Collect(reader, nSection);
     for (int nRead = 0; nRead < MONSTER_SPEAK_OCCASION_AMOUNT; ++nRead) {
         MonsterSpeakLines& lines = pInfo->setOccasion[kReadOrder[nRead]];
-        lines.nDefaultShare = OccasionLinesRead(reader, nSection, KeysOf(nRead), lines.setEntry, szPath);
+        lines.nDefaultShare = OccasionLinesRead(reader, nSection, nRead, sectionKeys, lines.setEntry, szPath);
     }
     for (int nRead = 0; nRead < MONSTER_SPEAK_OCCASION_AMOUNT; ++nRead) {
         MonsterSpeakLines& lines = pInfo->setOccasion[kReadOrder[nRead]];
         if (lines.nDefaultShare == 0)
             continue;
-        const int nProbability = reader.GetInt(nSection, KeysOf(nRead).probability.szKey, 0);
+        const int nProbability = ValueAt(reader, nSection, sectionKeys.Of(nRead).nProbabilityKey);
         if (nProbability != 0)
             lines.nProbability = nProbability;
     }
@@ -159,6 +256,7 @@ void CMonsterSpeakTable::Load()
     CIniSectionReader reader;
     if (!reader.Open(szPath, 0))
         return;
+    CSectionKeys sectionKeys;  // reused from section to section
     for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection) {
         const char* szTitle = reader.GetTitle(nSection).data();
         const uint32_t nId = static_cast<uint32_t>(CrtAtoi(szTitle));
@@ -173,7 +271,7 @@ void CMonsterSpeakTable::Load()
         }
         if (LoadFindingsWanted())
             RecordReadSection(kSpeakRecord, reader, nSection, nullptr, szPath);
-        std::unique_ptr<MonsterSpeakInfo> pInfo = SpeakInfoRead(reader, nSection, szPath);
+        std::unique_ptr<MonsterSpeakInfo> pInfo = SpeakInfoRead(reader, nSection, sectionKeys, szPath);
         if (pInfo == nullptr || !AllocationTry([&] { m_mapInfo.emplace(nId, std::move(pInfo)); }))
             break;  // out of memory: the records read so far stay
     }

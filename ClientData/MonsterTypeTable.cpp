@@ -1,6 +1,5 @@
 #include "ClientData/MonsterTypeTable.h"
 
-#include <new>
 
 #include "ClientData/Catalogue.h"
 #include "ClientData/RecordRead.h"
@@ -80,14 +79,15 @@ void CMonsterTypeTable::Load()
             TitleFindings(szPath, reader, nSection, nId);
         if (nId == 0)
             continue;
-        std::unique_ptr<MonsterTypeInfo> pInfo(new (std::nothrow) MonsterTypeInfo());
-        if (!pInfo)
+        MonsterTypeInfo* pInfo = m_arena.Add();
+        if (pInfo == nullptr)
             break;  // out of memory: keep what was read
+        *pInfo = MonsterTypeInfo();
         pInfo->nId = nId;
-        RecordReadSection(kMonsterRecord, reader, nSection, pInfo.get(), szPath);
+        RecordReadSection(kMonsterRecord, reader, nSection, pInfo, szPath);
         if (LoadFindingsWanted())
             setLine.push_back(reader.GetTitleLine(nSection));
-        m_setInfo.push_back(std::move(pInfo));
+        m_setInfo.push_back(pInfo);
         ++m_nAmount;
     }
     BuildIndex();
@@ -100,6 +100,7 @@ void CMonsterTypeTable::Clear()
     m_mapId.clear();
     m_mapName.clear();
     m_setInfo.clear();
+    m_arena.Clear();
     m_nAmount = 0;
 }
 
@@ -111,11 +112,11 @@ void CMonsterTypeTable::BuildIndex()
     m_mapName.clear();
     m_mapId.reserve(m_setInfo.size());
     m_mapName.reserve(m_setInfo.size());
-    for (const std::unique_ptr<MonsterTypeInfo>& pInfo : m_setInfo) {
+    for (const MonsterTypeInfo* pInfo : m_setInfo) {
         IdEntry& entry = m_mapId.try_emplace(pInfo->nId, IdEntry{nullptr, false}).first->second;
-        entry.pLast = pInfo.get();
+        entry.pLast = pInfo;
         entry.bDefy = entry.bDefy || pInfo->nDefyStatus != 0;
-        m_mapName[std::string_view(pInfo->szName)] = pInfo.get();
+        m_mapName[std::string_view(pInfo->szName)] = pInfo;
     }
 }
 
@@ -125,7 +126,7 @@ void CMonsterTypeTable::ReportShadowed(std::size_t nFirst, const std::vector<int
 {
     std::unordered_map<const MonsterTypeInfo*, int> mapLine;
     for (std::size_t i = nFirst; i < m_setInfo.size(); ++i)
-        mapLine.emplace(m_setInfo[i].get(), setLine[i - nFirst]);
+        mapLine.emplace(m_setInfo[i], setLine[i - nFirst]);
     for (std::size_t i = nFirst; i < m_setInfo.size(); ++i) {
         const MonsterTypeInfo& info = *m_setInfo[i];
         const int nLine = setLine[i - nFirst];
@@ -171,9 +172,9 @@ namespace {
 void MonsterForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
 {
     CMonsterTypeTable& monsters = static_cast<CMonsterTypeTable&>(table);
-    for (const auto& pInfo : monsters.Records())
-        if (monsters.GetMonsterType(pInfo->nId) == pInfo.get())
-            fn(pInfo.get(), RecordKeyOf(pInfo->nId), pContext);
+    for (const MonsterTypeInfo* pInfo : monsters.Records())
+        if (monsters.GetMonsterType(pInfo->nId) == pInfo)
+            fn(pInfo, RecordKeyOf(pInfo->nId), pContext);
 }
 
 const void* MonsterFind(CDataTable& table, const RecordKey& key)

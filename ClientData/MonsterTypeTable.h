@@ -11,13 +11,12 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <deque>
-#include <memory>
 #include <string_view>
 #include <unordered_map>
 #include <vector>
 
 #include "ClientData/DataTable.h"
+#include "ClientData/RecordArena.h"
 #include "ClientData/TableDesc.h"
 
 // The client reads this record by layout: field order and buffer sizes are
@@ -74,7 +73,7 @@ public:
 
     std::size_t GetLoadedAmount() const { return m_nAmount; }
     // Every record read, in file order, repeated ids included.
-    const std::deque<std::unique_ptr<MonsterTypeInfo>>& Records() const { return m_setInfo; }
+    const std::vector<MonsterTypeInfo*>& Records() const { return m_setInfo; }
 
 private:
     struct IdEntry {
@@ -87,7 +86,8 @@ private:
     // record of the same id or name shadows them.
     void ReportShadowed(std::size_t nFirst, const std::vector<int>& setLine) const;
 
-    std::deque<std::unique_ptr<MonsterTypeInfo>> m_setInfo;  // file order
+    CRecordArena<MonsterTypeInfo> m_arena;  // owns the records
+    std::vector<MonsterTypeInfo*> m_setInfo;  // file order
     std::size_t m_nAmount = 0;
     std::unordered_map<int, IdEntry> m_mapId;
     std::unordered_map<std::string_view, const MonsterTypeInfo*> m_mapName;  // views into the records

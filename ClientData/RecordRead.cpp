@@ -131,6 +131,20 @@ void DefaultFinding(const FieldDesc& field, const char* szFile, int nLine, const
                           field.szDefault != nullptr ? field.szDefault : "");
 }
 
+// Sections mostly list their keys in the order of the description: the
+// field after the last one found is tried first. A key names one field only,
+// so a plain key that matches it is the field Find would give.
+const FieldDesc* FindExpected(const RecordDesc& desc, std::size_t nExpected, std::string_view key)
+{
+    if (nExpected >= desc.nFieldAmount)
+        return nullptr;
+    const FieldDesc& field = desc.pField[nExpected];
+    if (field.bTitle || field.bUnread || field.IsNumbered() || field.szSection != nullptr ||
+        field.nKeyLength != key.size() || CrtCompareNoCase(field.szKey, key.size(), key.data(), key.size()) != 0)
+        return nullptr;
+    return &field;
+}
+
 void FieldSetDefault(const FieldDesc& field, void* pRecord)
 {
     if (field.IsNumber())
@@ -177,9 +191,14 @@ void RecordReadSection(const RecordDesc& desc, const CIniSectionReader& reader, 
     int setLine[kMaxFields];  // where each given field's key stands
     const bool bFindings = LoadFindingsWanted();
     const int nKeyAmount = reader.GetKeyAmount(nSection);
+    std::size_t nExpected = 0;  // the field after the last one found
     for (int nKey = 0; nKey < nKeyAmount; ++nKey) {
         const std::string_view key = reader.GetKeyAt(nSection, nKey);
-        const FieldDesc* pField = desc.Find(key.data(), key.size());
+        const FieldDesc* pField = FindExpected(desc, nExpected, key);
+        if (pField == nullptr)
+            pField = desc.Find(key.data(), key.size());
+        if (pField != nullptr)
+            nExpected = static_cast<std::size_t>(pField - desc.begin()) + 1;
         if (pField == nullptr) {
             if (bFindings)
                 LoadFindingReport(szFile, reader.GetKeyLine(nSection, nKey), FINDING_NOTE, "unknown-key",
@@ -214,17 +233,24 @@ void RecordReadSection(const RecordDesc& desc, const CIniSectionReader& reader, 
 void RecordReadColumns(const RecordDesc& desc, const CDataRow& row, int nFirstColumn, void* pRecord, const char* szFile)
 {
     const int nAmount = row.GetFieldAmount();
+    const bool bFindings = LoadFindingsWanted();
     for (std::size_t nField = 0; nField < desc.nFieldAmount; ++nField) {
         const FieldDesc& field = desc.pField[nField];
         const int nColumn = nFirstColumn + static_cast<int>(nField);
         if (!field.bMember || field.bTitle || field.bUnread)
             continue;
         if (nColumn < nAmount) {
-            FieldStoreValue(field, row.GetStr(nColumn, ""), pRecord, szFile, row.GetLine());
+            // Decimal columns, the bulk of a line, convert directly when no
+            // one wants findings.
+            const bool bDecimal = field.type == FieldType::Int || field.type == FieldType::UInt;
+            if (bDecimal && !bFindings)
+                NumberStore(field, pRecord, CrtAtoi(row.GetStr(nColumn, "")));
+            else
+                FieldStoreValue(field, row.GetStr(nColumn, ""), pRecord, szFile, row.GetLine());
             continue;
         }
         FieldSetDefault(field, pRecord);
-        if (LoadFindingsWanted())
+        if (bFindings)
             DefaultFinding(field, szFile, row.GetLine(), "column");
     }
 }

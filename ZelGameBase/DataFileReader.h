@@ -9,17 +9,26 @@
 // line counts in the rows' line numbers, dropped ones included.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "ZelGameBase/ZelGameBase.h"
 
+class CFileStream;
+
 class CDataRow {
 public:
+    CDataRow() = default;
+    CDataRow(const CDataRow&) = default;
+    CDataRow(CDataRow&&) noexcept = default;
+    CDataRow& operator=(const CDataRow&) = default;
+    CDataRow& operator=(CDataRow&&) noexcept = default;
     virtual ~CDataRow() = default;
 
-    int GetFieldAmount() const { return static_cast<int>(m_setField.size()); }
+    int GetFieldAmount() const { return m_nFieldAmount; }
     // The field's text; szDefault when nIndex is out of range. Valid while the
     // row lives.
     const char* GetStr(int nIndex, const char* szDefault) const;
@@ -38,8 +47,22 @@ public:
 private:
     friend class CDataFileReader;
 
-    std::vector<std::string> m_setField;
+    // The text of a row split on its own, outside a reader: its fields one
+    // after the other, each terminated.
+    struct OwnText {
+        std::string strText;
+        std::vector<uint32_t> setOffset;
+    };
+
+    // The fields stand terminated in place in the reader's image (or in the
+    // row's own text), each at an offset from the row's text, so that a row
+    // costs no allocation of its own and its field list four bytes a field.
+    const char* m_pText = nullptr;
+    const uint32_t* m_pOffset = nullptr;
+    int m_nFieldAmount = 0;
     int m_nLine = 0;
+    std::size_t m_nFirstField = 0;  // in the reader's offset list, until the rows are linked
+    std::shared_ptr<const OwnText> m_pOwn;
 };
 
 class CDataFileReader {
@@ -74,19 +97,32 @@ public:
     void SetErrorReport(bool bReport) { m_bErrorReport = bReport; }
 
 private:
+    // Splits the image into records in place, in one pass.
     void ReadImage(char cSeparator);
-    // The bytes taken into szLine, 0 at the end of the image.
-    std::size_t ReadImageLine(char* szLine, int nSize);
-    // Adds a record for each piece that nextPiece(szLine, nSize) gives (the
-    // bytes it took, 0 at the end), numbering the lines they come from.
-    template <class NextPiece>
-    void ReadRecords(NextPiece&& nextPiece, char cSeparator);
-    // False when the reading has to stop: the limit is reached or memory ran out.
-    bool AddLine(char* szLine, char cSeparator, int nLine);
+    // Reads the file a buffer at a time, copying only the records' lines.
+    void ReadStream(CFileStream& stream, char cSeparator);
+    // One piece of a line: nTaken bytes at pPiece. bInPlace when the piece
+    // lies in the image, where its records' fields can stay; bCut when the
+    // piece ends where the buffer of a line is full, with the line going on
+    // in the next piece. False when the reading has to stop: the limit is
+    // reached or memory ran out.
+    bool AddPiece(char* pPiece, std::size_t nTaken, bool bInPlace, bool bCut, char cSeparator, int nLine);
+    // A copy of nLength bytes and a terminator, valid until Close.
+    char* TextCopy(const char* pText, std::size_t nLength);
+    // A record of the nLength bytes at pText, which may be overwritten, and
+    // the byte after them.
+    void AddRecord(char* pText, std::size_t nLength, char cSeparator, int nLine);
+    // Points every row at its fields, once the field list stops growing.
+    void RowsLink();
 
-    std::string m_strImage;       // mode 1
-    std::size_t m_nPosition = 0;  // mode 1 read position
+    std::string m_strImage;
     int m_nRecordLimit = -1;
     bool m_bErrorReport = true;
-    std::vector<std::unique_ptr<CDataRow>> m_setRow;
+    std::vector<CDataRow> m_setRow;
+    std::vector<uint32_t> m_setField;  // every row's field offsets, in file order
+    // The lines read as a stream and the pieces cut off in the middle of a
+    // line (with no byte after them to terminate them in place), copied into
+    // blocks that never move.
+    std::vector<std::unique_ptr<char[]>> m_setTextBlock;
+    std::size_t m_nBlockUsed = 0;
 };

@@ -1,5 +1,6 @@
 #include "ZelGameBase/EncryptData.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstring>
 #include <memory>
@@ -153,14 +154,19 @@ CEncryptString::CEncryptString()
 {
     // Five drawn words repeated over the table's 64 words, stored low byte
     // first whatever the host's byte order.
-    uint32_t nWord[5];
-    for (uint32_t& n : nWord)
-        n = RandomGet(kEncryptStringKeyRange);
-    for (int i = 0; i < MAXESTR; ++i)
-        m_key[i] = static_cast<unsigned char>(nWord[(i / 4) % 5] >> (8 * (i % 4)));
+    constexpr int kPatternSize = 5 * 4;
+    unsigned char pattern[kPatternSize];
+    for (int nWord = 0; nWord < 5; ++nWord) {
+        const uint32_t n = RandomGet(kEncryptStringKeyRange);
+        for (int nByte = 0; nByte < 4; ++nByte)
+            pattern[nWord * 4 + nByte] = static_cast<unsigned char>(n >> (8 * nByte));
+    }
+    for (int i = 0; i < MAXESTR; i += kPatternSize)
+        std::memcpy(m_key + i, pattern, static_cast<std::size_t>(std::min(kPatternSize, MAXESTR - i)));
+    // The empty text: its terminator scrambled, the rest of the buffer zero.
     std::memset(m_text, 0, sizeof(m_text));
     m_nLength = 0;
-    Set("");
+    m_text[0] = Mask(0);
 }
 
 unsigned char CEncryptString::Mask(uint32_t i) const

@@ -2,6 +2,8 @@
 
 #include <cstring>
 
+#include "ZelGameBase/AllocationTry.h"
+
 bool CFileStream::Open(const char* szPath)
 {
     Close();
@@ -53,4 +55,18 @@ bool CFileStream::ReadLine(char* szLine, int nSize)
     }
     szLine[nCopied] = '\0';
     return nCopied > 0;
+}
+
+FileReadResult FileStreamReadAll(const char* szPath, std::string& strText)
+{
+    strText.clear();
+    CPlatformFile file;
+    if (!file.Open(szPath))
+        return FILE_READ_NOT_OPENED;
+    char buffer[16384];
+    int64_t nRead;
+    bool bOk = true;
+    while (bOk && (nRead = file.Read(buffer, sizeof(buffer))) > 0)
+        bOk = AllocationTry([&] { strText.append(buffer, static_cast<std::size_t>(nRead)); });
+    return bOk && nRead == 0 ? FILE_READ_WHOLE : FILE_READ_CUT;
 }

@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 #include "ZelGameBase/Platform/Platform.h"
 
@@ -43,3 +44,10 @@ private:
     std::size_t m_nFilled = 0;  // bytes in the buffer
     unsigned char m_setBuffer[16384];
 };
+
+// How far FileStreamReadAll got.
+enum FileReadResult { FILE_READ_NOT_OPENED, FILE_READ_CUT, FILE_READ_WHOLE };
+// Reads the file front to back, one buffer at a time, into strText (up to its
+// size at open). FILE_READ_CUT when a read error or a lack of memory stopped
+// it: strText then holds the bytes read before.
+FileReadResult FileStreamReadAll(const char* szPath, std::string& strText);

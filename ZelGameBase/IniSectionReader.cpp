@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "ZelGameBase/AllocationTry.h"
+#include "ZelGameBase/ByteCount.h"
 #include "ZelGameBase/FileStream.h"
 #include "ZelGameBase/IniValueScan.h"
 #include "ZelGameBase/Platform/Platform.h"
@@ -57,24 +58,21 @@ int IniLineTake(Source& source, bool bLoneCr, Take&& take)
 
 bool IsBlank(char c) { return c == ' ' || c == '\t'; }
 
-// Reads the file as a stream, chunk by chunk, up to its size at open.
-bool ReadStream(const char* szPath, std::string& strText)
+// Where the line at nAt ends: its first line feed or carriage return, or the
+// end of the text.
+std::size_t LineEnd(const char* pText, std::size_t nAt, std::size_t nSize)
 {
-    strText.clear();
-    CPlatformFile file;
-    if (!file.Open(szPath))
-        return false;
-    char buffer[16384];
-    int64_t nRead;
-    bool bOk = true;
-    while (bOk && (nRead = file.Read(buffer, sizeof(buffer))) > 0)
-        bOk = AllocationTry([&] { strText.append(buffer, static_cast<std::size_t>(nRead)); });
-    if (!bOk || nRead < 0) {
-        strText.clear();
-        strText.shrink_to_fit();
-        return false;
-    }
-    return true;
+    while (nAt < nSize && pText[nAt] != '\n' && pText[nAt] != '\r')
+        ++nAt;
+    return nAt;
+}
+
+// Past the line break at nEnd: a carriage return and line feed are one.
+std::size_t BreakEnd(const char* pText, std::size_t nEnd, std::size_t nSize)
+{
+    if (nEnd >= nSize)
+        return nSize;
+    return pText[nEnd] == '\r' && nEnd + 1 < nSize && pText[nEnd + 1] == '\n' ? nEnd + 2 : nEnd + 1;
 }
 
 }  // namespace
@@ -83,7 +81,8 @@ bool CIniSectionReader::Open(const char* szPath, int nFlag)
 {
     Close();
     std::string strText;
-    const bool bRead = nFlag == 0 ? ReadStream(szPath, strText) : PlatformReadFile(szPath, strText);
+    const bool bRead =
+        nFlag == 0 ? FileStreamReadAll(szPath, strText) == FILE_READ_WHOLE : PlatformReadFile(szPath, strText);
     if (!bRead)
         return false;
     return IndexText(std::move(strText));
@@ -120,20 +119,21 @@ void CIniSectionReader::Index()
     const std::size_t nSize = m_strText.size();
     // Every entry holds an "=" and every section a "[": reserving that many
     // spares the regrowth and stays within a multiple of the file's size.
-    m_setSection.reserve(static_cast<std::size_t>(std::count(pText, pText + nSize, '[')));
-    m_setEntry.reserve(static_cast<std::size_t>(std::count(pText, pText + nSize, '=')));
-    ImageBytes text{pText, nSize, 0};
+    const ByteCounts counts = BytesCount(pText, nSize, '[', '=');
+    m_setSection.reserve(counts.nFirst);
+    m_setEntry.reserve(counts.nSecond);
+    std::size_t nNext = 0;  // the next line's first byte
     // Sections and entries are counted in 32 bits; a file with more lines
     // than that is indexed up to there. Line numbers stop growing at the
     // largest int, which only a file of 2 GiB of line breaks reaches.
     const std::size_t kMaxAmount = INT_MAX;
     uint32_t nLine = 0;
-    while (!text.AtEnd() && m_setSection.size() < kMaxAmount && m_setEntry.size() < kMaxAmount) {
-        const std::size_t nAt = text.nAt;
+    while (nNext < nSize && m_setSection.size() < kMaxAmount && m_setEntry.size() < kMaxAmount) {
+        const std::size_t nAt = nNext;
         // Unlike the line-wise lookup, the index ends a line at a lone
         // carriage return too, and it has no length limit.
-        const int nBreak = IniLineTake(text, true, [](char) { return true; });
-        const std::size_t nEnd = text.nAt - static_cast<std::size_t>(nBreak);
+        const std::size_t nEnd = LineEnd(pText, nAt, nSize);
+        nNext = BreakEnd(pText, nEnd, nSize);
         if (nLine < INT_MAX)
             ++nLine;
         std::size_t nFirst = nAt;

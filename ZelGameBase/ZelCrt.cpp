@@ -1,7 +1,9 @@
 #include "ZelGameBase/ZelCrt.h"
 
+#include <algorithm>
 #include <climits>
 #include <cstdio>
+#include <cstring>
 #include <type_traits>
 
 int CrtCompareNoCase(const char* a, const char* b)
@@ -38,6 +40,9 @@ int CrtAtoi(const char* text)
     // Accumulate the magnitude, saturating at one past INT_MAX.
     const unsigned long long nLimit = static_cast<unsigned long long>(INT_MAX) + 1;
     unsigned long long nValue = 0;
+    // Nine digits stay below the limit: they need no check.
+    for (int nDigits = 0; nDigits < 9 && *text >= '0' && *text <= '9'; ++nDigits, ++text)
+        nValue = nValue * 10 + static_cast<unsigned>(*text - '0');
     for (; *text >= '0' && *text <= '9'; ++text) {
         nValue = nValue * 10 + static_cast<unsigned>(*text - '0');
         if (nValue > nLimit)
@@ -85,9 +90,17 @@ ScanResult ScanInteger(const char*& text, int nBase, uint64_t& nValue)
         bDigits = true;  // "0x" alone reads as 0
     }
     uint64_t nAccumulated = 0;
-    for (int nDigit; (nDigit = DigitValue(*p, nBase)) >= 0; ++p) {
-        nAccumulated = nAccumulated * static_cast<uint64_t>(nBase) + static_cast<uint64_t>(nDigit);
-        bDigits = true;
+    if (nBase == 10) {
+        // The common case without the letters' tests of DigitValue.
+        const char* pFirst = p;
+        for (uint64_t nDigit; (nDigit = static_cast<unsigned char>(*p) - uint64_t{'0'}) < 10; ++p)
+            nAccumulated = nAccumulated * 10 + nDigit;
+        bDigits = bDigits || p != pFirst;
+    } else {
+        for (int nDigit; (nDigit = DigitValue(*p, nBase)) >= 0; ++p) {
+            nAccumulated = nAccumulated * static_cast<uint64_t>(nBase) + static_cast<uint64_t>(nDigit);
+            bDigits = true;
+        }
     }
     if (!bDigits)
         return SCAN_NO_MATCH;
@@ -122,12 +135,14 @@ ScanResult CrtScanWord(const char*& text, char* szOut, std::size_t nSize)
         ++p;
     if (*p == '\0')
         return SCAN_INPUT_END;
-    std::size_t nCopied = 0;
-    for (; *p != '\0' && !CrtIsSpace(static_cast<unsigned char>(*p)); ++p)
-        if (szOut != nullptr && nCopied + 1 < nSize)
-            szOut[nCopied++] = *p;
-    if (szOut != nullptr && nSize > 0)
+    const char* pWord = p;
+    while (*p != '\0' && !CrtIsSpace(static_cast<unsigned char>(*p)))
+        ++p;
+    if (szOut != nullptr && nSize > 0) {
+        const std::size_t nCopied = std::min(static_cast<std::size_t>(p - pWord), nSize - 1);
+        std::memcpy(szOut, pWord, nCopied);
         szOut[nCopied] = '\0';
+    }
     text = p;
     return SCAN_CONVERTED;
 }

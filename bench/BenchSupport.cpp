@@ -45,33 +45,41 @@ const std::vector<std::string>& StartupFiles()
     return setFile;
 }
 
+std::string BenchFileRead(const std::string& strPath)
+{
+    std::string strData;
+    std::FILE* pFile = std::fopen(strPath.c_str(), "rb");
+    if (pFile == nullptr)
+        return strData;
+    std::fseek(pFile, 0, SEEK_END);
+    const long nSize = std::ftell(pFile);
+    std::fseek(pFile, 0, SEEK_SET);
+    strData.resize(static_cast<std::size_t>(nSize > 0 ? nSize : 0));
+    strData.resize(std::fread(strData.data(), 1, strData.size(), pFile));
+    std::fclose(pFile);
+    return strData;
+}
+
+std::size_t BenchLinesSplit(const std::string& strData, std::vector<std::string_view>& setLine)
+{
+    setLine.clear();
+    for (std::size_t nAt = 0; nAt < strData.size();) {
+        const void* pEnd = std::memchr(strData.data() + nAt, '\n', strData.size() - nAt);
+        const std::size_t nEnd = pEnd != nullptr
+                                     ? static_cast<std::size_t>(static_cast<const char*>(pEnd) - strData.data())
+                                     : strData.size();
+        setLine.emplace_back(strData.data() + nAt, nEnd - nAt);
+        nAt = nEnd + 1;
+    }
+    return setLine.size();
+}
+
 std::size_t FloorRead(const std::vector<std::string>& setFile)
 {
     std::size_t nLines = 0;
     std::vector<std::string_view> setLine;
-    for (const std::string& strPath : setFile) {
-        std::FILE* pFile = std::fopen(strPath.c_str(), "rb");
-        if (pFile == nullptr)
-            continue;
-        std::fseek(pFile, 0, SEEK_END);
-        const long nSize = std::ftell(pFile);
-        std::fseek(pFile, 0, SEEK_SET);
-        std::string strData(static_cast<std::size_t>(nSize > 0 ? nSize : 0), '\0');
-        const std::size_t nRead = std::fread(strData.data(), 1, strData.size(), pFile);
-        std::fclose(pFile);
-        strData.resize(nRead);
-        setLine.clear();
-        std::size_t nAt = 0;
-        while (nAt < strData.size()) {
-            const void* pEnd = std::memchr(strData.data() + nAt, '\n', strData.size() - nAt);
-            const std::size_t nEnd = pEnd != nullptr
-                                         ? static_cast<std::size_t>(static_cast<const char*>(pEnd) - strData.data())
-                                         : strData.size();
-            setLine.emplace_back(strData.data() + nAt, nEnd - nAt);
-            nAt = nEnd + 1;
-        }
-        nLines += setLine.size();
-    }
+    for (const std::string& strPath : setFile)
+        nLines += BenchLinesSplit(BenchFileRead(strPath), setLine);
     return nLines;
 }
 

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <ctime>
 #include <string>
+#include <string_view>
 #include <vector>
 
 class CClientDataMgr;
@@ -22,6 +23,11 @@ const std::vector<std::string>& StartupFiles();
 // Reads every byte of each file into memory and splits it into lines once;
 // returns the number of lines (so the work cannot be dropped).
 std::size_t FloorRead(const std::vector<std::string>& setFile);
+// The floor's two steps: every byte of a file (empty when it cannot be
+// read), and the text split into setLine, reused from file to file (returns
+// the number of lines).
+std::string BenchFileRead(const std::string& strPath);
+std::size_t BenchLinesSplit(const std::string& strData, std::vector<std::string_view>& setLine);
 
 // Whether a file exists (relative to the data folder).
 bool BenchFileExists(const std::string& strPath);

@@ -61,6 +61,27 @@ TEST_F(ActionValueDataTest, WildcardKeysAreTriedInOrder)
     };
     EXPECT_EQ(std::vector<int64_t>(nKeys, nKeys + kActionValueKeyAmount),
               std::vector<int64_t>(nExpected, nExpected + kActionValueKeyAmount));
+    // The lookup's own arithmetic gives what the digit replacement gives,
+    // signs and wrapping included.
+    for (int64_t nKey : {int64_t{0}, int64_t{-1234567}, int64_t{12345678901}, int64_t{-999999345678901},
+                         int64_t{LLONG_MAX}, int64_t{LLONG_MIN}}) {
+        int64_t nTried[kActionValueKeyAmount];
+        ActionValueKeys(nKey, nTried);
+        const int64_t nWide = ActionKeyReplaceDigits(nKey, 9, 10, 999999);
+        const int64_t nReplaced[kActionValueKeyAmount] = {
+            nKey,
+            ActionKeyReplaceDigits(nKey, 0, 2, 999),
+            ActionKeyReplaceDigits(nKey, 3, 5, 999),
+            ActionKeyReplaceDigits(nKey, 6, 8, 999),
+            ActionKeyReplaceDigits(nKey, 9, 10, 99),
+            ActionKeyReplaceDigits(nKey, 6, 10, 99999),
+            ActionKeyReplaceDigits(nKey, 3, 8, 999999),
+            ActionKeyReplaceDigits(nWide, 3, 5, 999999),
+        };
+        EXPECT_EQ(std::vector<int64_t>(nTried, nTried + kActionValueKeyAmount),
+                  std::vector<int64_t>(nReplaced, nReplaced + kActionValueKeyAmount))
+            << nKey;
+    }
 
     // Each file holds the keys from step i on; the query answers step i.
     for (int nFirst = 0; nFirst < kActionValueKeyAmount; ++nFirst) {
