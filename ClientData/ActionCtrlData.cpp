@@ -72,12 +72,22 @@ void CActionCtrlData::Load()
             LoadFindingReport(szPath, reader.GetTitleLine(nSection), FINDING_WARNING, "duplicate-id",
                               "key %" PRId64 " was given before: lookups answer the first section", nKey);
     }
+    m_index.Build(m_mapCtrl.size(), [this](auto add) {
+        for (const auto& entry : m_mapCtrl)
+            add(entry.first, &entry.second);
+    });
+}
+
+void CActionCtrlData::Clear()
+{
+    m_mapCtrl.clear();
+    m_index.Clear();
 }
 
 const ActionCtrlInfo* CActionCtrlData::Find(int64_t nKey) const
 {
-    const auto it = m_mapCtrl.find(nKey);
-    return it == m_mapCtrl.end() ? nullptr : &it->second;
+    const ActionCtrlInfo* const* ppInfo = m_index.Find(nKey);
+    return ppInfo == nullptr ? nullptr : *ppInfo;
 }
 
 void ActionCtrlKeys(int64_t nKey, int64_t (&nKeys)[kActionCtrlKeyAmount])

@@ -7,6 +7,7 @@
 #include <map>
 
 #include "ClientData/DataTable.h"
+#include "ClientData/FlatIndex.h"
 #include "ClientData/TableDesc.h"
 
 constexpr int kActionCtrlSegmentMax = 8;
@@ -29,7 +30,7 @@ public:
 
     // Adds the file's sections; "%s load error!" when it cannot be read.
     void Load() override;
-    void Clear() override { m_mapCtrl.clear(); }
+    void Clear() override;
 
     // Slot 7: the record of the first key of ActionCtrlKeys present, null
     // when none is. Valid until the next Clear.
@@ -43,6 +44,8 @@ private:
     const ActionCtrlInfo* Find(int64_t nKey) const;
 
     std::map<int64_t, ActionCtrlInfo> m_mapCtrl;
+    // The records by key, rebuilt after each load: one probe per key tried.
+    CFlatIndex<int64_t, const ActionCtrlInfo*> m_index;
 };
 
 extern const TableDesc kActionCtrlDesc;
