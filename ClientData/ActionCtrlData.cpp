@@ -72,10 +72,7 @@ void CActionCtrlData::Load()
             LoadFindingReport(szPath, reader.GetTitleLine(nSection), FINDING_WARNING, "duplicate-id",
                               "key %" PRId64 " was given before: lookups answer the first section", nKey);
     }
-    m_index.Build(m_mapCtrl.size(), [this](auto add) {
-        for (const auto& entry : m_mapCtrl)
-            add(entry.first, &entry.second);
-    });
+    m_index.BuildFrom(m_mapCtrl);
 }
 
 void CActionCtrlData::Clear()

@@ -98,10 +98,7 @@ void CActionValueData::Load()
             LoadFindingReport(szPath, pRow->GetLine(), FINDING_WARNING, "duplicate-id",
                               "key %" PRId64 " was given before: lookups answer the first line", nKey);
     }
-    m_index.Build(m_mapValue.size(), [this](auto add) {
-        for (const auto& entry : m_mapValue)
-            add(entry.first, entry.second);
-    });
+    m_index.BuildFrom(m_mapValue);
 }
 
 void CActionValueData::Clear()

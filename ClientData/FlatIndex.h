@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 #include <vector>
 
 template <class Key, class Value>
@@ -28,6 +29,20 @@ public:
             while (m_setSlot[i].bUsed)
                 i = (i + 1) & (m_setSlot.size() - 1);
             m_setSlot[i] = Slot{key, value, true};
+        });
+    }
+    // Replaces the index by the entries of a map of unique keys: a pointer
+    // to each mapped record, or the mapped value itself.
+    template <class Map>
+    void BuildFrom(const Map& map)
+    {
+        Build(map.size(), [&map](auto add) {
+            for (const auto& entry : map) {
+                if constexpr (std::is_pointer_v<Value>)
+                    add(entry.first, &entry.second);
+                else
+                    add(entry.first, entry.second);
+            }
         });
     }
     void Clear() { m_setSlot.clear(); }

@@ -211,10 +211,7 @@ void CItemTypeTable::Load()
         info.idType = idType;
         RecordReadColumns(kItemRecord, *pRow, 0, &info, szPath);
     }
-    m_index.Build(m_mapItem.size(), [this](auto add) {
-        for (const auto& entry : m_mapItem)
-            add(entry.first, &entry.second);
-    });
+    m_index.BuildFrom(m_mapItem);
     if (LoadFindingsWanted())
         AmountFindings(szPath, reader, nCounted);
 }

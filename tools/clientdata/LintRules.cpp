@@ -5,14 +5,13 @@
 
 #include <algorithm>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <set>
 
 #include "ClientData/ClientDataMgr.h"
 #include "TableView.h"
 #include "Text.h"
 #include "ZelGameBase/IniSectionReader.h"
+#include "ZelGameBase/Platform/Platform.h"
 #include "ZelGameBase/ZelCrt.h"
 
 namespace fs = std::filesystem;
@@ -25,12 +24,6 @@ bool IsFile(const std::string& strPath)
     return fs::is_regular_file(strPath, error);
 }
 
-std::string FileText(const std::string& strPath)
-{
-    std::ifstream in(strPath, std::ios::binary);
-    return std::string(std::istreambuf_iterator<char>(in), std::istreambuf_iterator<char>());
-}
-
 std::string Lowered(std::string_view text)
 {
     std::string strOut(text);
@@ -39,13 +32,13 @@ std::string Lowered(std::string_view text)
     return strOut;
 }
 
-// The main files of the described tables: their loaders report their own
-// repeated keys.
-std::set<std::string> DescribedFiles()
+// The main files, on both data sets, of the tables that pass.
+template <class Pass>
+std::set<std::string> MainFilesWhere(Pass&& pass)
 {
     std::set<std::string> setFile;
     for (const CatalogueEntry& entry : kCatalogue)
-        if (!entry.bGeneric) {
+        if (pass(entry)) {
             setFile.insert(CatalogueDataPath(entry.szFile));
             setFile.insert(DataPathShown(CatalogueAlternativePath(entry.szFile)));
         }
@@ -75,11 +68,12 @@ void LintInvalidText(const std::vector<std::string>& setFile, std::vector<LintFi
     for (const std::string& strFile : setFile) {
         // The whole file in one conversion; after a bad byte it goes on
         // from the next line.
-        const std::string strText = FileText(strFile);
+        std::string strText;
+        PlatformReadFile(strFile.c_str(), strText);
         std::size_t nBad = GbkInvalidAt(strText);
         while (nBad != std::string::npos) {
-            const std::size_t nLineStart =
-                strText.rfind('\n', nBad) == std::string::npos ? 0 : strText.rfind('\n', nBad) + 1;
+            const std::size_t nBreak = strText.rfind('\n', nBad);
+            const std::size_t nLineStart = nBreak == std::string::npos ? 0 : nBreak + 1;
             const int nLine = 1 + static_cast<int>(std::count(strText.begin(), strText.begin() + nBad, '\n'));
             setFinding.push_back(LintFinding{
                 strFile, nLine, LINT_ERROR, "not-gbk",
@@ -92,13 +86,11 @@ void LintInvalidText(const std::vector<std::string>& setFile, std::vector<LintFi
 
 void LintRepeatedKeys(const std::vector<std::string>& setFile, std::vector<LintFinding>& setFinding)
 {
-    std::set<std::string> setSectioned;
-    for (const CatalogueEntry& entry : kCatalogue)
-        if (entry.bGeneric && entry.kind == CatalogueKind::SECTIONS) {
-            setSectioned.insert(CatalogueDataPath(entry.szFile));
-            setSectioned.insert(DataPathShown(CatalogueAlternativePath(entry.szFile)));
-        }
-    const std::set<std::string> setDescribed = DescribedFiles();
+    const std::set<std::string> setSectioned = MainFilesWhere(
+        [](const CatalogueEntry& entry) { return entry.bGeneric && entry.kind == CatalogueKind::SECTIONS; });
+    // The described tables' loaders report their own repeated keys.
+    const std::set<std::string> setDescribed =
+        MainFilesWhere([](const CatalogueEntry& entry) { return !entry.bGeneric; });
     for (const std::string& strFile : setFile) {
         if (setSectioned.count(strFile) == 0 || setDescribed.count(strFile) != 0)
             continue;
