@@ -216,19 +216,18 @@ void CMagicData::LoadMain(const char* szPath)
             LogAssert("pInfo", 118, kSourceUnit);
             continue;
         }
-        m_setRecord.push_back(pInfo);
         setLine.push_back(nLine);
     }
 
-    m_mapFirstByKey.reserve(m_setRecord.size());
-    for (std::size_t i = 0; i < m_setRecord.size(); ++i) {
+    m_mapFirstByKey.reserve(m_arena.Size());
+    for (std::size_t i = 0; i < m_arena.Size(); ++i) {
         const bool bFirst =
-            m_mapFirstByKey.emplace(KeyOf(m_setRecord[i]->Type, m_setRecord[i]->Level), static_cast<uint32_t>(i))
+            m_mapFirstByKey.emplace(KeyOf(m_arena[i].Type, m_arena[i].Level), static_cast<uint32_t>(i))
                 .second;
         if (!bFirst && LoadFindingsWanted())
             LoadFindingReport(szPath, setLine[i], FINDING_WARNING, "duplicate-id",
                               "type %u, level %u were given before: lookups answer the first line",
-                              m_setRecord[i]->Type, m_setRecord[i]->Level);
+                              m_arena[i].Type, m_arena[i].Level);
     }
 }
 
@@ -261,7 +260,7 @@ void CMagicData::LoadExtra(const char* szPath)
             LoadFindingReport(szPath, nLine, FINDING_WARNING, "duplicate-id",
                               "type %d, level %d were filled at line %d: this section replaces every value",
                               nNumber / 100, nNumber % 100, mapFilledAt[it->second]);
-        RecordReadSection(kExtraRecord, reader, nSection, m_setRecord[it->second], szPath);
+        RecordReadSection(kExtraRecord, reader, nSection, &m_arena[it->second], szPath);
     }
 }
 
@@ -269,9 +268,9 @@ void CMagicData::BuildIndexes()
 {
     std::unordered_map<uint32_t, uint32_t> mapTypeSlot;
     std::size_t nLearnable = 0;
-    m_setTypeSlot.resize(m_setRecord.size());
-    for (std::size_t i = 0; i < m_setRecord.size(); ++i) {
-        const MagicTypeInfo& info = *m_setRecord[i];
+    m_setTypeSlot.resize(m_arena.Size());
+    for (std::size_t i = 0; i < m_arena.Size(); ++i) {
+        const MagicTypeInfo& info = m_arena[i];
         const uint32_t nIndex = static_cast<uint32_t>(i);
         if (info.SenderAction != 0)
             m_setSenderAction.insert(static_cast<int32_t>(info.SenderAction));
@@ -321,7 +320,6 @@ void CMagicData::BuildIndexes()
 
 void CMagicData::Clear()
 {
-    m_setRecord.clear();
     m_arena.Clear();
     m_setSenderAction.clear();
     m_setTargetAction.clear();
@@ -341,13 +339,13 @@ void CMagicData::Clear()
     m_nStamp = 0;
 }
 
-int CMagicData::GetAmount() { return static_cast<int>(m_setRecord.size()); }
+int CMagicData::GetAmount() { return static_cast<int>(m_arena.Size()); }
 
 const MagicTypeInfo* CMagicData::GetMagicTypeByIndex(int nIndex)
 {
     if (nIndex < 0 || nIndex >= GetAmount())
         return nullptr;
-    return m_setRecord[static_cast<std::size_t>(nIndex)];
+    return &m_arena[static_cast<std::size_t>(nIndex)];
 }
 
 int CMagicData::CopyMagicType(uint32_t nType, int nLevel, MagicTypeInfo* pInfo)
@@ -362,7 +360,7 @@ int CMagicData::CopyMagicType(uint32_t nType, int nLevel, MagicTypeInfo* pInfo)
 const MagicTypeInfo* CMagicData::GetMagicType(uint32_t nType, uint32_t nLevel)
 {
     const auto it = m_mapFirstByKey.find(KeyOf(nType, nLevel));
-    return it == m_mapFirstByKey.end() ? nullptr : m_setRecord[it->second];
+    return it == m_mapFirstByKey.end() ? nullptr : &m_arena[it->second];
 }
 
 int CMagicData::IsIntoneAction(int nAction, bool bMounted, bool bFlying)
@@ -381,7 +379,7 @@ const MagicTypeInfo* CMagicData::FindFirstLearnable(uint32_t nProfession)
     const auto it = m_mapFirstLevel0.find(nProfession);
     if (it != m_mapFirstLevel0.end())
         nFirst = std::min(nFirst, it->second);
-    return nFirst == kNoRecord ? nullptr : m_setRecord[nFirst];
+    return nFirst == kNoRecord ? nullptr : &m_arena[nFirst];
 }
 
 CMagicData::LearnRuns CMagicData::LearnRunsOf(uint32_t nProfession) const
@@ -428,7 +426,7 @@ void CMagicData::CollectLearnable(uint32_t nProfession, uint32_t nLevel, CClient
     if (!pList->ReserveMore(nKept))
         return;
     for (std::size_t i = 0; i < nKept; ++i)
-        pList->PushBack(m_setRecord[m_setScratch[i]]);
+        pList->PushBack(&m_arena[m_setScratch[i]]);
 }
 
 int CMagicData::IsSenderAction(int nAction) { return m_setSenderAction.count(nAction) != 0 ? 1 : 0; }
@@ -440,7 +438,7 @@ void CMagicData::BuildLevelList(uint32_t nLevel, uint32_t nProfession)
     m_setLevelList.clear();
     CollectLearnIndexes(nProfession, nLevel, uint64_t{nLevel} + 1);
     for (uint32_t nIndex : m_setScratch)
-        m_setLevelList.push_back(m_setRecord[nIndex]);
+        m_setLevelList.push_back(&m_arena[nIndex]);
 }
 
 void CMagicData::BuildLevelRangeList(uint32_t nHigh, uint32_t nLow, uint32_t nProfession)
@@ -448,7 +446,7 @@ void CMagicData::BuildLevelRangeList(uint32_t nHigh, uint32_t nLow, uint32_t nPr
     m_setRangeList.clear();
     CollectLearnIndexes(nProfession, uint64_t{nLow} + 1, uint64_t{nHigh} + 1);
     for (uint32_t nIndex : m_setScratch)
-        m_setRangeList.push_back(m_setRecord[nIndex]);
+        m_setRangeList.push_back(&m_arena[nIndex]);
 }
 
 int CMagicData::GetLevelListAmount() { return static_cast<int>(m_setLevelList.size()); }

@@ -173,7 +173,7 @@ public:
     const MagicTypeInfo* GetRangeListItem(int nIndex) override;
     void ClearLists() override;
 
-    std::size_t GetLoadedAmount() const { return m_setRecord.size(); }
+    std::size_t GetLoadedAmount() const { return m_arena.Size(); }
 
 private:
     // A learnable record (LearnFlag 1) by NeedLevel, then file position.
@@ -197,8 +197,7 @@ private:
     // nFirst <= NeedLevel < nEnd, in file order, into m_setScratch.
     void CollectLearnIndexes(uint32_t nProfession, uint64_t nFirst, uint64_t nEnd);
 
-    CRecordArena<MagicTypeInfo> m_arena;  // owns the records
-    std::vector<MagicTypeInfo*> m_setRecord;  // file order
+    CRecordArena<MagicTypeInfo> m_arena;  // file order
     std::set<int32_t> m_setSenderAction;
     std::set<int32_t> m_setTargetAction;
     std::vector<const MagicTypeInfo*> m_setLevelList;

@@ -71,7 +71,7 @@ void CMonsterTypeTable::Load()
         LogSave("error on open %s.", m_strFileName.c_str());
         return;
     }
-    const std::size_t nFirst = m_setInfo.size();
+    const std::size_t nFirst = m_arena.Size();
     std::vector<int> setLine;  // for findings
     for (int nSection = 0; nSection < reader.GetSectionAmount(); ++nSection) {
         const int nId = MonsterIdParse(reader.GetTitle(nSection).data());
@@ -87,8 +87,6 @@ void CMonsterTypeTable::Load()
         RecordReadSection(kMonsterRecord, reader, nSection, pInfo, szPath);
         if (LoadFindingsWanted())
             setLine.push_back(reader.GetTitleLine(nSection));
-        m_setInfo.push_back(pInfo);
-        ++m_nAmount;
     }
     BuildIndex();
     if (LoadFindingsWanted())
@@ -99,9 +97,7 @@ void CMonsterTypeTable::Clear()
 {
     m_mapId.clear();
     m_mapName.clear();
-    m_setInfo.clear();
     m_arena.Clear();
-    m_nAmount = 0;
 }
 
 // Walking forward and letting each record replace the earlier one leaves
@@ -110,9 +106,10 @@ void CMonsterTypeTable::BuildIndex()
 {
     m_mapId.clear();
     m_mapName.clear();
-    m_mapId.reserve(m_setInfo.size());
-    m_mapName.reserve(m_setInfo.size());
-    for (const MonsterTypeInfo* pInfo : m_setInfo) {
+    m_mapId.reserve(m_arena.Size());
+    m_mapName.reserve(m_arena.Size());
+    for (std::size_t i = 0; i < m_arena.Size(); ++i) {
+        const MonsterTypeInfo* pInfo = &m_arena[i];
         IdEntry& entry = m_mapId.try_emplace(pInfo->nId, IdEntry{nullptr, false}).first->second;
         entry.pLast = pInfo;
         entry.bDefy = entry.bDefy || pInfo->nDefyStatus != 0;
@@ -125,10 +122,10 @@ void CMonsterTypeTable::BuildIndex()
 void CMonsterTypeTable::ReportShadowed(std::size_t nFirst, const std::vector<int>& setLine) const
 {
     std::unordered_map<const MonsterTypeInfo*, int> mapLine;
-    for (std::size_t i = nFirst; i < m_setInfo.size(); ++i)
-        mapLine.emplace(m_setInfo[i], setLine[i - nFirst]);
-    for (std::size_t i = nFirst; i < m_setInfo.size(); ++i) {
-        const MonsterTypeInfo& info = *m_setInfo[i];
+    for (std::size_t i = nFirst; i < m_arena.Size(); ++i)
+        mapLine.emplace(&m_arena[i], setLine[i - nFirst]);
+    for (std::size_t i = nFirst; i < m_arena.Size(); ++i) {
+        const MonsterTypeInfo& info = m_arena[i];
         const int nLine = setLine[i - nFirst];
         const MonsterTypeInfo* pById = m_mapId.at(info.nId).pLast;
         if (pById != &info)
@@ -172,9 +169,10 @@ namespace {
 void MonsterForEach(CDataTable& table, RecordSinkFn fn, void* pContext)
 {
     CMonsterTypeTable& monsters = static_cast<CMonsterTypeTable&>(table);
-    for (const MonsterTypeInfo* pInfo : monsters.Records())
-        if (monsters.GetMonsterType(pInfo->nId) == pInfo)
-            fn(pInfo, RecordKeyOf(pInfo->nId), pContext);
+    const CRecordArena<MonsterTypeInfo>& records = monsters.Records();
+    for (std::size_t i = 0; i < records.Size(); ++i)
+        if (monsters.GetMonsterType(records[i].nId) == &records[i])
+            fn(&records[i], RecordKeyOf(records[i].nId), pContext);
 }
 
 const void* MonsterFind(CDataTable& table, const RecordKey& key)

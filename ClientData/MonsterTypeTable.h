@@ -71,9 +71,9 @@ public:
     // if a later one has none; 1 otherwise (id 0, unknown ids included).
     virtual int CanTakeStatus(int nId);
 
-    std::size_t GetLoadedAmount() const { return m_nAmount; }
+    std::size_t GetLoadedAmount() const { return m_arena.Size(); }
     // Every record read, in file order, repeated ids included.
-    const std::vector<MonsterTypeInfo*>& Records() const { return m_setInfo; }
+    const CRecordArena<MonsterTypeInfo>& Records() const { return m_arena; }
 
 private:
     struct IdEntry {
@@ -86,9 +86,7 @@ private:
     // record of the same id or name shadows them.
     void ReportShadowed(std::size_t nFirst, const std::vector<int>& setLine) const;
 
-    CRecordArena<MonsterTypeInfo> m_arena;  // owns the records
-    std::vector<MonsterTypeInfo*> m_setInfo;  // file order
-    std::size_t m_nAmount = 0;
+    CRecordArena<MonsterTypeInfo> m_arena;  // file order
     std::unordered_map<int, IdEntry> m_mapId;
     std::unordered_map<std::string_view, const MonsterTypeInfo*> m_mapName;  // views into the records
 };

@@ -1,6 +1,6 @@
 // A table's records in a few large blocks instead of one heap block each:
-// fewer allocations, and records that lie side by side. A record stays where
-// it is until Clear, which frees every block.
+// fewer allocations, and records that lie side by side, in the order they
+// were added. A record stays where it is until Clear, which frees every block.
 #pragma once
 
 #include <cstddef>
@@ -34,6 +34,11 @@ public:
         if (m_nUsed > 0)
             --m_nUsed;
     }
+    std::size_t Size() const { return m_nUsed; }
+    // The record added nIndex-th (nIndex < Size()).
+    T& operator[](std::size_t nIndex) { return m_setBlock[nIndex / kPerBlock][nIndex % kPerBlock]; }
+    const T& operator[](std::size_t nIndex) const { return m_setBlock[nIndex / kPerBlock][nIndex % kPerBlock]; }
+
     void Clear()
     {
         m_setBlock.clear();
