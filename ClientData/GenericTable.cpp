@@ -64,8 +64,6 @@ void CGenericTableOf<Interface, K>::Load()
         m_setRecord.push_back(Record{static_cast<uint32_t>(CrtAtoi(szTitle)), TitleHoldsNumber(szTitle)});
     }
     Index();
-    if (LoadFindingsWanted())
-        ReportDuplicates();
 }
 
 template <class Interface, IGenericTable::Kind K>
@@ -80,21 +78,21 @@ bool CGenericTableOf<Interface, K>::ReadFile(const char* szPath)
 template <class Interface, IGenericTable::Kind K>
 void CGenericTableOf<Interface, K>::Index()
 {
+    // (id, record) of the numbered records, sorted so that the first record
+    // of an id comes first.
+    std::vector<std::pair<uint32_t, int>> setById;
     for (std::size_t i = 0; i < m_setRecord.size(); ++i)
         if (m_setRecord[i].bNumbered)
-            m_setById.emplace_back(m_setRecord[i].nId, static_cast<int>(i));
-    std::sort(m_setById.begin(), m_setById.end());
-    m_firstById.Build(m_setById.size(), [this](auto add) {
-        for (std::size_t i = 0; i < m_setById.size(); ++i)
-            if (i == 0 || m_setById[i].first != m_setById[i - 1].first)
-                add(m_setById[i].first, m_setById[i].second);
+            setById.emplace_back(m_setRecord[i].nId, static_cast<int>(i));
+    std::sort(setById.begin(), setById.end());
+    m_firstById.Build(setById.size(), [&setById](auto add) {
+        for (std::size_t i = 0; i < setById.size(); ++i)
+            if (i == 0 || setById[i].first != setById[i - 1].first)
+                add(setById[i].first, setById[i].second);
     });
+    if (LoadFindingsWanted())
+        ReportDuplicates(setById);
 
-    m_setByTitle.resize(m_setRecord.size());
-    for (std::size_t i = 0; i < m_setByTitle.size(); ++i)
-        m_setByTitle[i] = static_cast<int>(i);
-    std::stable_sort(m_setByTitle.begin(), m_setByTitle.end(),
-                     [this](int a, int b) { return std::strcmp(GetRecordTitle(a), GetRecordTitle(b)) < 0; });
     m_mapFirstByTitle.reserve(m_setRecord.size());
     for (std::size_t i = 0; i < m_setRecord.size(); ++i)
         m_mapFirstByTitle.emplace(GetRecordTitle(static_cast<int>(i)), static_cast<int>(i));  // the first stays
@@ -127,14 +125,14 @@ int CGenericTableOf<Interface, K>::LineOf(int nIndex) const
 // Lookups answer the first record of an id or a title: the later ones are
 // reached only by their index.
 template <class Interface, IGenericTable::Kind K>
-void CGenericTableOf<Interface, K>::ReportDuplicates() const
+void CGenericTableOf<Interface, K>::ReportDuplicates(const std::vector<std::pair<uint32_t, int>>& setById) const
 {
     const char* szPath = GetLoadPath();
-    for (std::size_t i = 1; i < m_setById.size(); ++i)
-        if (m_setById[i].first == m_setById[i - 1].first)
-            LoadFindingReport(szPath, LineOf(m_setById[i].second), FINDING_WARNING, "duplicate-id",
-                              "id %u repeats line %d: a lookup by id answers the first", m_setById[i].first,
-                              LineOf(m_setById[i - 1].second));
+    for (std::size_t i = 1; i < setById.size(); ++i)
+        if (setById[i].first == setById[i - 1].first)
+            LoadFindingReport(szPath, LineOf(setById[i].second), FINDING_WARNING, "duplicate-id",
+                              "id %u repeats line %d: a lookup by id answers the first", setById[i].first,
+                              LineOf(setById[i - 1].second));
 }
 
 template <class Interface, IGenericTable::Kind K>
@@ -144,9 +142,7 @@ void CGenericTableOf<Interface, K>::Clear()
     m_sections.Close();
     m_columns.Close();
     m_setRecord.clear();
-    m_setById.clear();
     m_firstById.Clear();
-    m_setByTitle.clear();
     m_mapFirstByTitle.clear();
     m_setKeyIndex.clear();
 }

@@ -115,20 +115,17 @@ private:
     int LineOf(int nIndex) const;
     // The value of a section's first key szKey, or null.
     const char* ValueOf(int nIndex, const char* szKey) const;
-    void ReportDuplicates() const;
+    // Ids given again, from the (id, record) pairs sorted by id.
+    void ReportDuplicates(const std::vector<std::pair<uint32_t, int>>& setById) const;
 
     const char* m_szFixedPath;  // null for tables resolved through BuildFilePath
     bool m_bLoaded = false;
     CIniSectionReader m_sections;
     CDataFileReader m_columns;
     std::vector<Record> m_setRecord;  // file order
-    // (id, record) of the numbered records and (title, record) of all,
-    // sorted so that the first record of a key comes first.
-    std::vector<std::pair<uint32_t, int>> m_setById;
     // The first record of each id, for the lookup by id: one probe instead
     // of a binary search that deepens with the table.
     CFlatIndex<uint32_t, int> m_firstById;
-    std::vector<int> m_setByTitle;
     // The first record of each title, for the lookup by name: a hash probe
     // instead of a binary search of string compares. The titles are views
     // into the reader's text.
