@@ -21,38 +21,24 @@ struct ImageBytes {
     std::size_t nAt;
 
     int Get() { return static_cast<unsigned char>(pImage[nAt++]); }
-    int Peek() const { return nAt < nLength ? static_cast<unsigned char>(pImage[nAt]) : -1; }
     bool AtEnd() const { return nAt >= nLength; }
 };
 
-// Takes one line from a byte source (Get, Peek and AtEnd; not at its end),
-// handing every byte, its line break included, to take(c), which answers
-// whether there is room for one more. The line ends after a line feed or at
-// the end of the source; with bLoneCr also after a carriage return, together
-// with a line feed right after it. Returns the length of the line break
-// taken (2 for a carriage return and line feed, 1 for a line feed or a lone
-// carriage return, 0 at the end of the source), or -1 when take had no room
+// Takes one line from a byte source (Get and AtEnd; not at its end), handing
+// every byte, its line feed included, to take(c), which answers whether there
+// is room for one more. The line ends after a line feed or at the end of the
+// source; a carriage return stays in the line. False when take had no room
 // left before the line ended.
 template <class Source, class Take>
-int IniLineTake(Source& source, bool bLoneCr, Take&& take)
+bool IniLineTake(Source& source, Take&& take)
 {
-    char cPrevious = '\0';
     for (;;) {
         const char c = static_cast<char>(source.Get());
         const bool bRoom = take(c);
-        if (c == '\n')
-            return cPrevious == '\r' ? 2 : 1;
-        if (c == '\r' && bLoneCr) {
-            if (source.Peek() != '\n')
-                return 1;
-            take(static_cast<char>(source.Get()));
-            return 2;
-        }
-        if (source.AtEnd())
-            return 0;
+        if (c == '\n' || source.AtEnd())
+            return true;
         if (!bRoom)
-            return -1;
-        cPrevious = c;
+            return false;
     }
 }
 
@@ -271,11 +257,11 @@ template <class Source>
 bool IniLineRead(Source& source, char* szOut, unsigned nOutSize)
 {
     unsigned nCopied = 0;
-    const int nBreak = IniLineTake(source, false, [&](char c) {
+    const bool bTaken = IniLineTake(source, [&](char c) {
         szOut[nCopied++] = c;
         return nCopied < nOutSize;
     });
-    if (nBreak < 0) {
+    if (!bTaken) {
         szOut[nOutSize - 1] = '\0';
         return false;
     }
